@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# Configures, builds and runs every test in three configurations:
+#   x86_64   native build
+#   i386     32-bit build (-m32), GoogleTest compiled for -m32 from Debian's googletest sources
+#   asan     native build under AddressSanitizer + UndefinedBehaviorSanitizer
+# Build trees go to build/test-<configuration>. Exits non-zero when any configuration fails.
+# Usage: scripts/test-all.sh [x86_64|i386|asan]...   (default: all three)
+set -uo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+. "$root/scripts/deps.sh"
+nls_require_packages cmake make g++ g++-multilib googletest libgtest-dev locales valgrind || exit 1
+
+jobs=$(nproc 2>/dev/null || echo 2)
+configs=("$@")
+[ ${#configs[@]} -eq 0 ] && configs=(x86_64 i386 asan)
+
+export ASAN_OPTIONS=detect_leaks=1:abort_on_error=0
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+
+status=0
+summaries=()
+for cfg in "${configs[@]}"; do
+    case "$cfg" in
+        x86_64) flags=() ;;
+        i386)   flags=(-DNLS_M32=ON) ;;
+        asan)   flags=(-DNLS_SANITIZE=ON) ;;
+        *) echo "unknown configuration: $cfg" >&2; exit 2 ;;
+    esac
+    dir="$root/build/test-$cfg"
+    log="$dir/ctest.log"
+    echo "=== $cfg: configure and build"
+    if ! cmake -S "$root" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${flags[@]}" >/dev/null ||
+       ! cmake --build "$dir" -j "$jobs"; then
+        echo "=== $cfg: BUILD FAILED"
+        summaries+=("$cfg: build failed")
+        status=1
+        continue
+    fi
+    echo "=== $cfg: test"
+    ctest --test-dir "$dir" -j "$jobs" --output-on-failure --timeout 600 2>&1 | tee "$log"
+    rc=${PIPESTATUS[0]}
+    [ "$rc" -ne 0 ] && status=1
+    summaries+=("$cfg: $(grep -E 'tests passed|tests failed' "$log" | tail -n 1)")
+done
+
+echo
+echo "=== Summary"
+for line in "${summaries[@]}"; do
+    echo "$line"
+done
+exit $status
