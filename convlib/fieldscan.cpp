@@ -1,0 +1,208 @@
+// Readers shared by the date-time formatter and parser: the "%" field reader of the format
+// language with its digit reader, and the readers of a name or a number from source text.
+#include <climits>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "convlib.h"
+#include "convlib/convlib_internal.h"
+
+namespace {
+[[gnu::used]] constexpr char kIdent[][64] = {
+    "@(#)     fieldscan.cpp\t\t$Revision$\t$Date$\t",
+    "@(#)     convlib.h\t\t$Revision$\t$Date$",
+    "@(#)     convlib_internal.h\t\t$Revision$\t$Date$",
+    "@(#)     PLATFORM : Linux on Intel",
+};
+
+// Width and precision value that stands for "not given".
+constexpr uint16_t kNotGiven = 65535;
+// Widest field the number reader copies (three digits of width).
+constexpr size_t kMaxFieldWidth = 999;
+
+constexpr bool IsDigit(char c) noexcept {
+    return c >= '0' && c <= '9';
+}
+
+// strtol in base ten with the results of a 32-bit long: a value beyond the 32-bit range comes
+// back as the nearest 32-bit limit, as it does where long has 32 bits.
+int32_t StrToLong32(const char *text, char **end) noexcept {
+    const long value = std::strtol(text, end, 10);
+    if (value > INT32_MAX) {
+        return INT32_MAX;
+    }
+    if (value < INT32_MIN) {
+        return INT32_MIN;
+    }
+    return static_cast<int32_t>(value);
+}
+}  // namespace
+
+const char gCONV_Letter[17] = "DFHIMPQSTUVWYZEJ";
+
+// Reads up to three digits at *position: returns their value and moves *position past them,
+// adding their number to *count; returns -1 and changes nothing when the first character is no
+// digit.
+int32_t CONV_CheckNumber(const char **position, uint16_t *count) noexcept {
+    const char *p = *position;
+    if (!IsDigit(*p)) {
+        return -1;
+    }
+    int32_t value = 0;
+    uint16_t digits = 0;
+    while (digits < 3 && IsDigit(p[digits])) {
+        value = value * 10 + (p[digits] - '0');
+        ++digits;
+    }
+    *count = static_cast<uint16_t>(*count + digits);
+    *position = p + digits;
+    return value;
+}
+
+// Reads the "%" field at *position into *descriptor and returns its field index 0..15, or -1
+// when the text is not a field (the descriptor is then left as it was). The position is not
+// moved, except that "%%" moves it on to the second "%" (the caller then copies that one as a
+// literal); the caller advances past a field by the descriptor's length.
+int32_t CONV_CheckField(const char **position, CONV_FieldDescriptor *descriptor) noexcept {
+    const char *p = *position;
+    if (p[0] == '%' && p[1] == '%') {
+        *position = p + 1;
+        return -1;
+    }
+    if (p[0] != '%') {
+        return -1;
+    }
+    CONV_FieldDescriptor field{};
+    field.length = 1;
+    const char *q = p + 1;
+    if (*q == '-') {
+        field.flag = 1;
+        field.length = 2;
+        ++q;
+    } else if (*q == '0') {
+        field.flag = 2;
+        field.length = 2;
+        ++q;
+    }
+    const int32_t width = CONV_CheckNumber(&q, &field.length);
+    if (width == 0) {
+        return -1;  // e.g. "%-0D"
+    }
+    field.width = width < 0 ? kNotGiven : static_cast<uint16_t>(width);
+    field.precision = kNotGiven;
+    if (*q == '.') {
+        ++q;
+        ++field.length;
+        const int32_t precision = CONV_CheckNumber(&q, &field.length);
+        if (precision < 1 || precision > 9) {
+            return -1;
+        }
+        field.precision = static_cast<uint16_t>(precision);
+    }
+    if (*q == '\0') {
+        return -1;
+    }
+    const char *letter = std::strchr(gCONV_Letter, *q);
+    if (letter == nullptr) {
+        return -1;
+    }
+    field.index = static_cast<uint16_t>(letter - gCONV_Letter);
+    ++field.length;
+    *descriptor = field;
+    return field.index;
+}
+
+// Finds the first of the count names that stands at *position, byte-exact. Without a width a
+// whole name must stand there and the position moves past it; with a width the field of that
+// many characters is compared with each name over the smaller of the width and the name's
+// length, at the field's start under flag 1 and at its end under flags 0 and 2, and the position
+// moves past the whole field. A null table or null slots name nothing. Stores the index of the
+// match and returns CONV_OK;
+// CONV_ERR_FORMAT_LEFT when fewer than width characters remain; CONV_ERR_SCAN_MISMATCH when no
+// name (or no usable flag) matches.
+uint32_t CONV_ScanString(const char **position, uint16_t *index, const char *const *names,
+                         int32_t count, const CONV_FieldDescriptor *descriptor) noexcept {
+    const char *source = *position;
+    const uint16_t width = descriptor->width;
+    if (names == nullptr) {
+        count = 0;  // no table: nothing can match
+    }
+    if (width == kNotGiven) {
+        for (int32_t i = 0; i < count; ++i) {
+            if (names[i] == nullptr) {
+                continue;  // an empty slot names nothing
+            }
+            const size_t nameLength = std::strlen(names[i]);
+            if (std::strncmp(source, names[i], nameLength) == 0) {
+                *index = static_cast<uint16_t>(i);
+                *position = source + nameLength;
+                return CONV_OK;
+            }
+        }
+        return CONV_ERR_SCAN_MISMATCH;
+    }
+    if (strnlen(source, width) < width) {
+        return CONV_ERR_FORMAT_LEFT;
+    }
+    for (int32_t i = 0; i < count; ++i) {
+        if (names[i] == nullptr) {
+            continue;
+        }
+        const size_t nameLength = std::strlen(names[i]);
+        const size_t n = nameLength < width ? nameLength : width;
+        const char *fieldPart;
+        if (descriptor->flag == 1) {
+            fieldPart = source;  // left-justified: the name starts the field
+        } else if (descriptor->flag == 0 || descriptor->flag == 2) {
+            fieldPart = source + width - n;  // right-justified: the name ends the field
+        } else {
+            return CONV_ERR_SCAN_MISMATCH;
+        }
+        if (std::memcmp(fieldPart, names[i], n) == 0) {
+            *index = static_cast<uint16_t>(i);
+            *position = source + width;
+            return CONV_OK;
+        }
+    }
+    return CONV_ERR_SCAN_MISMATCH;
+}
+
+// Reads a decimal integer (strtol: leading white space and a sign accepted) at *position into
+// *value. With a width exactly that many characters must form the whole number
+// (CONV_ERR_FORMAT_LEFT when fewer remain, CONV_ERR_SCAN_MISMATCH when any is left over or the
+// width is beyond the 999 that a field can give); without one the number is read as far as it
+// goes (CONV_ERR_SCAN_MISMATCH when nothing is read). On success *position moves past the number
+// and CONV_OK is returned; values beyond 32 bits come back as the nearest 32-bit limit.
+uint32_t CONV_ScanNumber(const char **position, int32_t *value,
+                         const CONV_FieldDescriptor *descriptor) noexcept {
+    const char *source = *position;
+    const uint16_t width = descriptor->width;
+    int32_t number;
+    if (width != kNotGiven) {
+        if (strnlen(source, width) < width) {
+            return CONV_ERR_FORMAT_LEFT;
+        }
+        if (width > kMaxFieldWidth) {
+            return CONV_ERR_SCAN_MISMATCH;
+        }
+        char copy[kMaxFieldWidth + 1];
+        std::memcpy(copy, source, width);
+        copy[width] = '\0';
+        char *end = nullptr;
+        number = StrToLong32(copy, &end);
+        if (*end != '\0') {
+            return CONV_ERR_SCAN_MISMATCH;
+        }
+        *position = source + width;
+    } else {
+        char *end = nullptr;
+        number = StrToLong32(source, &end);
+        if (end == source) {
+            return CONV_ERR_SCAN_MISMATCH;
+        }
+        *position = end;
+    }
+    *value = number;
+    return CONV_OK;
+}
