@@ -18,6 +18,15 @@
 extern "C" {
 #endif
 
+/* The functions of this library never throw; C++ callers see them as noexcept. */
+#ifndef ERRLIB_NOEXCEPT
+#ifdef __cplusplus
+#define ERRLIB_NOEXCEPT noexcept
+#else
+#define ERRLIB_NOEXCEPT
+#endif
+#endif
+
 /* Field ids: the arguments of ERRLIB_ErrorStack_AddError that follow the stack. */
 #define ERRLIB_ID_COMPONENT 0
 #define ERRLIB_ID_CODE 1
@@ -53,9 +62,9 @@ typedef struct ERRLIB_Error {
 typedef struct ERRLIB_ErrorStack ERRLIB_ErrorStack;
 
 /* Creates an empty stack (20 slots) and stores it in *stackOut. */
-int ERRLIB_ErrorStack_Create(ERRLIB_ErrorStack **stackOut);
+int ERRLIB_ErrorStack_Create(ERRLIB_ErrorStack **stackOut) ERRLIB_NOEXCEPT;
 /* Clears the stack and frees it with everything it owns. */
-int ERRLIB_ErrorStack_Destroy(ERRLIB_ErrorStack *stack);
+int ERRLIB_ErrorStack_Destroy(ERRLIB_ErrorStack *stack) ERRLIB_NOEXCEPT;
 /*
  * Pushes one error; the four texts are optional. Class 2 fills the reserved record in place
  * (texts cut to 50, 50, the last 50 of the file path, and 100 characters); any other class pushes a
@@ -63,50 +72,77 @@ int ERRLIB_ErrorStack_Destroy(ERRLIB_ErrorStack *stack);
  */
 int ERRLIB_ErrorStack_AddError(ERRLIB_ErrorStack *stack, int32_t component, int32_t code,
                                int32_t errorClass, const char *origin, const char *function,
-                               const char *file, int32_t line, const char *message);
+                               const char *file, int32_t line, const char *message) ERRLIB_NOEXCEPT;
 /*
  * Pushes a class-23 record for `code` and, when secondCode is not 0, a class-24 record for it.
  * A null or empty file, or a code of 0, returns 1 and pushes nothing.
  */
 int ERRLIB_ErrorStack_Add_SMError(ERRLIB_ErrorStack *stack, const char *function, int32_t line,
-                                  const char *file, int32_t code, int32_t secondCode);
+                                  const char *file, int32_t code,
+                                  int32_t secondCode) ERRLIB_NOEXCEPT;
 
 /* Allocates an empty heap record (allocation failures reported on `stack`). */
-int ERRLIB_Error_Create(ERRLIB_Error **recordOut, ERRLIB_ErrorStack *stack);
-/* Clears the record and frees it, unless it is a reserved (class 2) record. `stack` is unused. */
-int ERRLIB_Error_Release(ERRLIB_Error *record, ERRLIB_ErrorStack *stack);
+int ERRLIB_Error_Create(ERRLIB_Error **recordOut, ERRLIB_ErrorStack *stack) ERRLIB_NOEXCEPT;
+/*
+ * Clears the record and frees it with its texts. A class-2 record counts as a reserved record and
+ * is only cleared in place, not freed: the stack's own reserved record, and also a caller's copy
+ * of one, which stays the caller's (give it another class, then release it, to free it).
+ * `stack` only serves to recognise that stack's own reserved record; it may be null.
+ */
+int ERRLIB_Error_Release(ERRLIB_Error *record, ERRLIB_ErrorStack *stack) ERRLIB_NOEXCEPT;
 /* The same operation as ERRLIB_Error_Release. */
-int ERRLIB_Error_Destroy(ERRLIB_Error *record, ERRLIB_ErrorStack *stack);
+int ERRLIB_Error_Destroy(ERRLIB_Error *record, ERRLIB_ErrorStack *stack) ERRLIB_NOEXCEPT;
 
 /* Reads an integer field: ids 0 (component), 1 (code), 2 (class) and 6 (line). */
-int ERRLIB_Error_GetInt32(const ERRLIB_Error *record, int32_t fieldId, int32_t *valueOut);
+int ERRLIB_Error_GetInt32(const ERRLIB_Error *record, int32_t fieldId,
+                          int32_t *valueOut) ERRLIB_NOEXCEPT;
 /* Writes an integer field: ids 0, 1, 2 and 6. */
-int ERRLIB_Error_SetInt32(ERRLIB_Error *record, int32_t fieldId, int32_t value);
+int ERRLIB_Error_SetInt32(ERRLIB_Error *record, int32_t fieldId, int32_t value) ERRLIB_NOEXCEPT;
 /*
  * Validates a text-field request (ids 3, 4, 5, 7) and stores nothing in *textOut: callers read
  * the text fields of the record directly. Kept so for compatibility.
  */
-int ERRLIB_Error_GetChar(const ERRLIB_Error *record, int32_t fieldId, char **textOut);
-/* Replaces a text field (ids 3, 4, 5, 7) of a heap record by a copy of `text`. */
+int ERRLIB_Error_GetChar(const ERRLIB_Error *record, int32_t fieldId,
+                         char **textOut) ERRLIB_NOEXCEPT;
+/*
+ * Replaces a text field (ids 3, 4, 5, 7) by a heap copy of `text` and frees the old text. When the
+ * allocation fails (reported on `stack`) it returns 1 and the old text stays. Meant for heap
+ * records; a class-2 record gets a block of at least its fixed buffer's size (51 or 101 bytes).
+ */
 int ERRLIB_Error_SetChar(ERRLIB_Error *record, int32_t fieldId, const char *text,
-                         ERRLIB_ErrorStack *stack);
-/* Resets a record: a reserved record keeps its buffers (zero-filled), others free their texts. */
-int ERRLIB_Error_Clear(ERRLIB_Error *record, ERRLIB_ErrorStack *stack);
-/* Makes `target` a deep copy of `source` (allocation failures reported on `stack`). */
-int ERRLIB_Error_Copy(ERRLIB_Error *target, const ERRLIB_Error *source, ERRLIB_ErrorStack *stack);
+                         ERRLIB_ErrorStack *stack) ERRLIB_NOEXCEPT;
+/*
+ * Resets a record (the timestamp stays). A class-2 record keeps its class and buffers, zero-filled
+ * (all 51/101 bytes for the reserved record of `stack`, the bytes each text occupies for any
+ * other); any other record gets class 0 and its texts freed and set to null. Component, code and
+ * line become 0.
+ */
+int ERRLIB_Error_Clear(ERRLIB_Error *record, ERRLIB_ErrorStack *stack) ERRLIB_NOEXCEPT;
+/*
+ * Makes `target` a deep copy of `source` (exact-size texts; the class is copied as it is).
+ * Allocation failures are reported on `stack` and return 1 with the target partly filled. The
+ * reserved record of `stack` is refused as a target (1): its buffers belong to the stack.
+ */
+int ERRLIB_Error_Copy(ERRLIB_Error *target, const ERRLIB_Error *source,
+                      ERRLIB_ErrorStack *stack) ERRLIB_NOEXCEPT;
 
 /* Number of errors: heap records, plus 1 while the reserved record holds an error. */
-int ERRLIB_ErrorStack_GetNumberofErrors(const ERRLIB_ErrorStack *stack, int32_t *countOut);
+int ERRLIB_ErrorStack_GetNumberofErrors(const ERRLIB_ErrorStack *stack,
+                                        int32_t *countOut) ERRLIB_NOEXCEPT;
 /*
  * Takes the oldest error off the stack. A pending memory error comes first; it is returned as a
  * pointer to the stack's own record. Heap records then belong to the caller
- * (ERRLIB_Error_Release). *recordOut is written before the stack is examined.
+ * (ERRLIB_Error_Release). *recordOut is set to null before the stack is examined (so it is null
+ * on failure); a null recordOut returns 1. The same holds for GetLast and PeekLast.
  */
-int ERRLIB_ErrorStack_GetFirstError(ERRLIB_ErrorStack *stack, ERRLIB_Error **recordOut);
+int ERRLIB_ErrorStack_GetFirstError(ERRLIB_ErrorStack *stack,
+                                    ERRLIB_Error **recordOut) ERRLIB_NOEXCEPT;
 /* Takes the newest error off the stack; a pending memory error comes first. */
-int ERRLIB_ErrorStack_GetLastError(ERRLIB_ErrorStack *stack, ERRLIB_Error **recordOut);
+int ERRLIB_ErrorStack_GetLastError(ERRLIB_ErrorStack *stack,
+                                   ERRLIB_Error **recordOut) ERRLIB_NOEXCEPT;
 /* Shows the newest error (a pending memory error first) without removing it. */
-int ERRLIB_ErrorStack_PeekLastError(ERRLIB_ErrorStack *stack, ERRLIB_Error **recordOut);
+int ERRLIB_ErrorStack_PeekLastError(ERRLIB_ErrorStack *stack,
+                                    ERRLIB_Error **recordOut) ERRLIB_NOEXCEPT;
 /*
  * Finds the first error with this component, code and class (and function and file, compared
  * ignoring case, when given). *indexOut is -1 when nothing matches. A match of the reserved record
@@ -114,13 +150,14 @@ int ERRLIB_ErrorStack_PeekLastError(ERRLIB_ErrorStack *stack, ERRLIB_Error **rec
  */
 int ERRLIB_ErrorStack_FindError(ERRLIB_ErrorStack *stack, int32_t component, int32_t code,
                                 int32_t errorClass, const char *function, const char *file,
-                                int32_t *indexOut, ERRLIB_Error **recordOut);
+                                int32_t *indexOut, ERRLIB_Error **recordOut) ERRLIB_NOEXCEPT;
 /* Removes and releases the newest error. */
-int ERRLIB_ErrorStack_RemoveLastError_U(ERRLIB_ErrorStack *stack);
+int ERRLIB_ErrorStack_RemoveLastError_U(ERRLIB_ErrorStack *stack) ERRLIB_NOEXCEPT;
 /* Removes and releases the newest error only when it has this code and class. */
-int ERRLIB_ErrorStack_RemoveLastError(ERRLIB_ErrorStack *stack, int32_t code, int32_t errorClass);
+int ERRLIB_ErrorStack_RemoveLastError(ERRLIB_ErrorStack *stack, int32_t code,
+                                      int32_t errorClass) ERRLIB_NOEXCEPT;
 /* Removes and releases every error. */
-int ERRLIB_ErrorStack_Clear(ERRLIB_ErrorStack *stack);
+int ERRLIB_ErrorStack_Clear(ERRLIB_ErrorStack *stack) ERRLIB_NOEXCEPT;
 
 #ifdef __cplusplus
 }

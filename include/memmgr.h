@@ -17,22 +17,37 @@
 extern "C" {
 #endif
 
+/* The functions of this library never throw; C++ callers see them as noexcept. */
+#ifndef MMFLAT_NOEXCEPT
+#ifdef __cplusplus
+#define MMFLAT_NOEXCEPT noexcept
+#else
+#define MMFLAT_NOEXCEPT
+#endif
+#endif
+
 /* malloc(size); null on failure. */
-void *MMFLAT_New(uint32_t size, ERRLIB_ErrorStack *stack, const char *file, int32_t line);
+void *MMFLAT_New(uint32_t size, ERRLIB_ErrorStack *stack, const char *file,
+                 int32_t line) MMFLAT_NOEXCEPT;
 /* calloc(1, size): a zero-filled block; null on failure. */
-void *MMFLAT_NewClear(uint32_t size, ERRLIB_ErrorStack *stack, const char *file, int32_t line);
-/* realloc(block, size); on failure null, and the old block stays the caller's. */
+void *MMFLAT_NewClear(uint32_t size, ERRLIB_ErrorStack *stack, const char *file,
+                      int32_t line) MMFLAT_NOEXCEPT;
+/*
+ * realloc(block, size); on failure null, and the old block stays the caller's. A size of 0 for an
+ * existing block gives a one-byte block (never the system's free-and-return-null).
+ */
 void *MMFLAT_Resize(void *block, uint32_t size, ERRLIB_ErrorStack *stack, const char *file,
-                    int32_t line);
+                    int32_t line) MMFLAT_NOEXCEPT;
 /* A copy of a terminated byte string; a null text reports code 2 with origin "MMFLAT_StrDup". */
-char *MMFLAT_StrDup(const char *text, ERRLIB_ErrorStack *stack, const char *file, int32_t line);
+char *MMFLAT_StrDup(const char *text, ERRLIB_ErrorStack *stack, const char *file,
+                    int32_t line) MMFLAT_NOEXCEPT;
 /* A copy of a string of 16-bit units ended by a zero unit; a null text reports "MMFLAT_WcsDup". */
 uint16_t *MMFLAT_WcsDup(const uint16_t *text, ERRLIB_ErrorStack *stack, const char *file,
-                        int32_t line);
+                        int32_t line) MMFLAT_NOEXCEPT;
 /* free(block); null is ignored. */
-void MMFLAT_Free(void *block);
+void MMFLAT_Free(void *block) MMFLAT_NOEXCEPT;
 /* Every size is valid: always 1. */
-int MMFLAT_ValidSize(void);
+int MMFLAT_ValidSize(void) MMFLAT_NOEXCEPT;
 
 #ifdef __cplusplus
 }
