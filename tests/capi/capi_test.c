@@ -7,7 +7,11 @@
 #include <stdio.h>
 #include <string.h>
 
+#include "convlib.h"
 #include "errlib.h"
+#include "glib.h"
+#include "ianacs.h"
+#include "koranls.h"
 #include "memmgr.h"
 
 static int g_failed;
@@ -52,10 +56,47 @@ static void test_checked_allocator(void)
     MMFLAT_Free(wide);
 }
 
+static void test_registry_and_code_page(void)
+{
+    int32_t mib = 0;
+    IANACS_Info info;
+    char name[42];
+
+    CHECK(IANACS_GetMibEnum("us-ascii", &mib) == 0 && mib == 3);
+    CHECK(IANACS_GetInfo(106, &info) == 0 && strcmp(info.name, "UTF-8") == 0);
+    /* The program starts in the "C" locale. */
+    CHECK(KORANLS_GetOsCodePageIanaName(name, 41, NULL) == 0 && strcmp(name, "US-ASCII") == 0);
+}
+
+static void test_general_library(void)
+{
+    static const GLIB_WChar wide[] = {'a', 'b', 'c', 0};
+    char text[16];
+
+    memset(text, '#', sizeof text);
+    CHECK(GLIB_snprintf(text, sizeof text, "%d-%s", 42, "x") == 4 && strcmp(text, "42-x") == 0);
+    CHECK(GLIB_ValueMatchesPattern("a%c", "abbbc") == 1);
+    CHECK(GLIB_wcslen(wide) == 3);
+}
+
+static void test_conversions(void)
+{
+    const char *message = NULL;
+    const char *sqlstate = NULL;
+    int32_t value = 0;
+
+    CHECK(CONV_StringToInt32(&value, "-2147483648", 0, '.') == CONV_OK && value == INT32_MIN);
+    CHECK(CONV_StringToInt32(&value, "2147483648", 0, '.') == CONV_ERR_OVERFLOW);
+    CHECK(CONV_ErrorMessage(CONV_ERR_OVERFLOW, &message, &sqlstate) == 1 && message[0] != '\0');
+}
+
 int main(void)
 {
     test_error_stack();
     test_checked_allocator();
+    test_registry_and_code_page();
+    test_general_library();
+    test_conversions();
     printf("%d passed, %d failed\n", g_passed, g_failed);
     return g_failed == 0 ? 0 : 1;
 }
