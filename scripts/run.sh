@@ -27,11 +27,12 @@ sample=(
 )
 names=(C POSIX)
 for entry in "${sample[@]}"; do
-    set -- $entry
-    if [ ! -d "$locdir/$1" ]; then
-        localedef --no-archive -c -i "$2" -f "$3" "$locdir/$1" >/dev/null 2>&1 || true
+    read -r name input charmap <<<"$entry"
+    if [ ! -d "$locdir/$name" ]; then
+        # localedef may warn (and exit non-zero) about a locale it still writes: check the result.
+        localedef --no-archive -c -i "$input" -f "$charmap" "$locdir/$name" >/dev/null 2>&1 || true
     fi
-    names+=("$1")
+    names+=("$name")
 done
 names+=(xx_XX.NOT-A-LOCALE)
 
