@@ -23,6 +23,7 @@ namespace {
 /* Source path passed to the allocator with this file's own allocations (identifies call sites). */
 constexpr char kSourcePath[] = "errlib/errrecord.cpp";
 
+using errlib_internal::CopyText;
 using errlib_internal::FixedBufferSize;
 using errlib_internal::kMessageBufferSize;
 using errlib_internal::kNameBufferSize;
@@ -84,26 +85,6 @@ void FreeTexts(ERRLIB_Error *record) {
     record->function = nullptr;
     record->file = nullptr;
     record->message = nullptr;
-}
-
-/*
- * Stores in *field an exact-size heap copy of `text` (null stays null). Returns false when the
- * allocation fails; the failure is then on `stack` and *field is left null.
- */
-bool CopyText(char **field, const char *text, ERRLIB_ErrorStack *stack, int32_t line) {
-    *field = nullptr;
-    if (text == nullptr) {
-        return true;
-    }
-    std::size_t size = std::strlen(text) + 1;
-    auto *copy =
-        static_cast<char *>(MMFLAT_New(static_cast<uint32_t>(size), stack, kSourcePath, line));
-    if (copy == nullptr) {
-        return false;
-    }
-    std::memcpy(copy, text, size);
-    *field = copy;
-    return true;
 }
 
 }  // namespace
@@ -311,14 +292,34 @@ extern "C" int ERRLIB_Error_Copy(ERRLIB_Error *target, const ERRLIB_Error *sourc
     target->errorClass = source->errorClass;
     target->timestamp = source->timestamp;
     target->message = nullptr;
-    if (!CopyText(&target->origin, source->origin, stack, __LINE__) ||
-        !CopyText(&target->function, source->function, stack, __LINE__) ||
-        !CopyText(&target->file, source->file, stack, __LINE__)) {
+    if (!CopyText(&target->origin, source->origin, stack, kSourcePath, __LINE__) ||
+        !CopyText(&target->function, source->function, stack, kSourcePath, __LINE__) ||
+        !CopyText(&target->file, source->file, stack, kSourcePath, __LINE__)) {
         return 1;
     }
     target->line = source->line;
-    if (!CopyText(&target->message, source->message, stack, __LINE__)) {
+    if (!CopyText(&target->message, source->message, stack, kSourcePath, __LINE__)) {
         return 1;
     }
     return 0;
 }
+
+namespace errlib_internal {
+
+bool CopyText(char **field, const char *text, ERRLIB_ErrorStack *stack, const char *path,
+              int32_t line) {
+    *field = nullptr;
+    if (text == nullptr) {
+        return true;
+    }
+    const std::size_t size = std::strlen(text) + 1;
+    auto *copy = static_cast<char *>(MMFLAT_New(static_cast<uint32_t>(size), stack, path, line));
+    if (copy == nullptr) {
+        return false;
+    }
+    std::memcpy(copy, text, size);
+    *field = copy;
+    return true;
+}
+
+}  // namespace errlib_internal

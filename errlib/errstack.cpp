@@ -71,25 +71,6 @@ void FillReservedRecord(ERRLIB_ErrorStack *stack, int32_t component, int32_t cod
 }
 
 /*
- * Stores an exact-size heap copy of `text` in *field (left null for a null text). Returns false
- * when the allocation fails; the failure is then on `stack`.
- */
-bool SetOwnedText(char **field, const char *text, ERRLIB_ErrorStack *stack, int32_t line) {
-    if (text == nullptr) {
-        return true;
-    }
-    std::size_t size = std::strlen(text) + 1;
-    auto *copy =
-        static_cast<char *>(MMFLAT_New(static_cast<uint32_t>(size), stack, kSourcePath, line));
-    if (copy == nullptr) {
-        return false;
-    }
-    std::memcpy(copy, text, size);
-    *field = copy;
-    return true;
-}
-
-/*
  * Makes room for one more record, growing the slot array by 10 slots when it is full. A failed
  * growth is reported on the stack itself (into its reserved record) and keeps the old array.
  */
@@ -229,10 +210,10 @@ extern "C" int ERRLIB_ErrorStack_AddError(ERRLIB_ErrorStack *stack, int32_t comp
     record->code = code;
     record->errorClass = errorClass;
     record->line = line;
-    if (!SetOwnedText(&record->origin, origin, stack, __LINE__) ||
-        !SetOwnedText(&record->function, function, stack, __LINE__) ||
-        !SetOwnedText(&record->file, file, stack, __LINE__) ||
-        !SetOwnedText(&record->message, message, stack, __LINE__)) {
+    if (!errlib_internal::CopyText(&record->origin, origin, stack, kSourcePath, __LINE__) ||
+        !errlib_internal::CopyText(&record->function, function, stack, kSourcePath, __LINE__) ||
+        !errlib_internal::CopyText(&record->file, file, stack, kSourcePath, __LINE__) ||
+        !errlib_internal::CopyText(&record->message, message, stack, kSourcePath, __LINE__)) {
         errlib_internal::FreeHeapRecord(record);  // not pushed; given back rather than lost
         return 1;
     }

@@ -58,6 +58,14 @@ inline bool IsReservedRecordOf(const ERRLIB_Error *record, const ERRLIB_ErrorSta
  */
 void FreeHeapRecord(ERRLIB_Error *record);
 
+/*
+ * Stores in *field an exact-size heap copy (length + 1 bytes) of `text`; a null text leaves
+ * *field null. Returns false when the allocation fails: the failure is then recorded on `stack`
+ * with the call site `path`:`line`, and *field is null.
+ */
+bool CopyText(char **field, const char *text, ERRLIB_ErrorStack *stack, const char *path,
+              int32_t line);
+
 }  // namespace errlib_internal
 
 #endif /* ERRLIB_ERRSTACK_INTERNAL_H */
