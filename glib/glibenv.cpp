@@ -17,6 +17,9 @@ namespace {
 
 // Allocation sites reported to the checked allocator. The line numbers are fixed: error
 // reports and the tools that read them identify the failing allocation by them.
+// Call sites reported with this module's allocations: the module's path within the library,
+// the same in every build tree, and the lines its callers have always seen.
+constexpr char kSourcePath[] = "glib/glibenv.cpp";
 constexpr int32_t kSiteExpandNew = 3772;
 constexpr int32_t kSiteExpandResize = 3807;
 constexpr int32_t kSiteGetenvDup = 2668;
@@ -32,7 +35,7 @@ constexpr size_t kNameLimit = 63;
 extern "C" char *GLIB_ExpandEnvStrings(const char *source, ERRLIB_ErrorStack *stack) noexcept {
     const size_t sourceLength = std::strlen(source);
     uint32_t capacity = static_cast<uint32_t>(sourceLength + 1);
-    auto *result = static_cast<char *>(MMFLAT_New(capacity, stack, __FILE__, kSiteExpandNew));
+    auto *result = static_cast<char *>(MMFLAT_New(capacity, stack, kSourcePath, kSiteExpandNew));
     if (result == nullptr)
         return nullptr;
 
@@ -57,7 +60,7 @@ extern "C" char *GLIB_ExpandEnvStrings(const char *source, ERRLIB_ErrorStack *st
                         const size_t valueLength = std::strlen(value);
                         capacity = static_cast<uint32_t>(capacity + valueLength - 1);
                         auto *grown = static_cast<char *>(
-                            MMFLAT_Resize(result, capacity, stack, __FILE__, kSiteExpandResize));
+                            MMFLAT_Resize(result, capacity, stack, kSourcePath, kSiteExpandResize));
                         if (grown == nullptr) {
                             MMFLAT_Free(result);
                             return nullptr;
@@ -84,5 +87,5 @@ extern "C" char *GLIB_MMStrDup_getenv(const char *name, ERRLIB_ErrorStack *stack
     const char *value = std::getenv(name);
     if (value == nullptr)
         return nullptr;
-    return MMFLAT_StrDup(value, stack, __FILE__, kSiteGetenvDup);
+    return MMFLAT_StrDup(value, stack, kSourcePath, kSiteGetenvDup);
 }
