@@ -185,15 +185,12 @@ extern "C" uint32_t CONV_StringToDecimal(uint8_t *out, const char *text, uint32_
             ++fractionDigits;
         }
         if (byte == lastByte) {
-            if (!inFraction) {
-                return CONV_ERR_TARGET_TOO_SMALL;
-            }
-            // The point followed this digit, the last that fits: the fraction has begun, so the
-            // value is cut like any other fraction that runs out of room, and the sign takes the
-            // low nibble in place of the digit just stored. Kept as callers have always seen it:
-            // "12.3" in one byte reads back as 1, with a truncation warning.
-            out[byte] = static_cast<uint8_t>((out[byte] & 0xF0) | sign);
-            return FractionCutStatus(fractionDigits, flags);
+            // The byte is full and the sign has no room. Had the fraction begun before this
+            // digit, the test above would already have cut it: this digit is an integer digit
+            // (at most followed by the point). Putting the sign over it would lose an integer
+            // digit while still counting it, and a reader given the returned precision would
+            // read one byte more than was written; so the value does not fit.
+            return CONV_ERR_TARGET_TOO_SMALL;
         }
         ++byte;
         out[byte] = 0;
