@@ -1,25 +1,38 @@
 #!/usr/bin/env bash
-# Configures, builds and runs every test in three configurations:
+# Configures, builds and runs every test in three configurations, then smoke-runs the fuzzers:
 #   x86_64   native build
 #   i386     32-bit build (-m32), GoogleTest compiled for -m32 from Debian's googletest sources
 #   asan     native build under AddressSanitizer + UndefinedBehaviorSanitizer
-# Build trees go to build/test-<configuration>. Exits non-zero when any configuration fails.
-# Usage: scripts/test-all.sh [x86_64|i386|asan]...   (default: all three)
+#   fuzz     every libFuzzer target for about 10 seconds (scripts/fuzz.sh --smoke, clang)
+# Build trees go to build/test-<configuration> (build/fuzz for the fuzzers). Ends with CTest's
+# summary line of each configuration; exits non-zero when any configuration fails.
+# Usage: scripts/test-all.sh [x86_64|i386|asan|fuzz]...   (default: all four)
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 . "$root/scripts/deps.sh"
-nls_require_packages cmake make g++ g++-multilib googletest libgtest-dev locales valgrind || exit 1
+nls_require_packages cmake make g++ g++-multilib googletest libgtest-dev locales valgrind clang \
+    libclang-rt-14-dev || exit 1
 
 jobs=$(nproc 2>/dev/null || echo 2)
 configs=("$@")
-[ ${#configs[@]} -eq 0 ] && configs=(x86_64 i386 asan)
+[ ${#configs[@]} -eq 0 ] && configs=(x86_64 i386 asan fuzz)
 
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=0
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 
 status=0
 summaries=()
+fuzzline=""
 for cfg in "${configs[@]}"; do
+    if [ "$cfg" = fuzz ]; then
+        echo "=== fuzz: smoke run"
+        mkdir -p "$root/build"
+        "$root/scripts/fuzz.sh" --smoke 2>&1 | tee "$root/build/fuzz-smoke.log"
+        rc=${PIPESTATUS[0]}
+        [ "$rc" -ne 0 ] && status=1
+        fuzzline="fuzz smoke, $(tail -n 1 "$root/build/fuzz-smoke.log")"
+        continue
+    fi
     case "$cfg" in
         x86_64) flags=() ;;
         i386)   flags=(-DNLS_M32=ON) ;;
@@ -32,7 +45,7 @@ for cfg in "${configs[@]}"; do
     if ! cmake -S "$root" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${flags[@]}" >/dev/null ||
        ! cmake --build "$dir" -j "$jobs"; then
         echo "=== $cfg: BUILD FAILED"
-        summaries+=("$cfg: build failed")
+        summaries+=("$cfg:" "build failed")
         status=1
         continue
     fi
@@ -40,11 +53,12 @@ for cfg in "${configs[@]}"; do
     ctest --test-dir "$dir" -j "$jobs" --output-on-failure --timeout 600 2>&1 | tee "$log"
     rc=${PIPESTATUS[0]}
     [ "$rc" -ne 0 ] && status=1
-    summaries+=("$cfg: $(grep -E 'tests passed|tests failed' "$log" | tail -n 1)")
+    summaries+=("$cfg:" "$(grep -E 'tests passed|tests failed' "$log" | tail -n 1)")
 done
 
 echo
 echo "=== Summary"
+[ -n "$fuzzline" ] && echo "$fuzzline"
 for line in "${summaries[@]}"; do
     echo "$line"
 done
