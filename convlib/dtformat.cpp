@@ -44,10 +44,24 @@ enum FieldLetter : int32_t {
 /* Scratch text of one numeric field: a sign, ten digits, fraction padding and the NUL. */
 constexpr size_t kScratchSize = 32;
 
-/* Writes value as plain decimal (a "-" when negative, no padding) into scratch. */
-void PutDecimal(char (&scratch)[kScratchSize], int32_t value) {
+/* Writes value as plain decimal (a "-" when negative, no padding) into scratch and returns its
+ * length. */
+size_t PutDecimal(char (&scratch)[kScratchSize], int32_t value) {
+    /* Most fields hold one or two digits: written directly, without the general conversion. */
+    if (static_cast<uint32_t>(value) < 100u) {
+        if (value < 10) {
+            scratch[0] = static_cast<char>('0' + value);
+            scratch[1] = '\0';
+            return 1;
+        }
+        scratch[0] = static_cast<char>('0' + value / 10);
+        scratch[1] = static_cast<char>('0' + value % 10);
+        scratch[2] = '\0';
+        return 2;
+    }
     const std::to_chars_result result = std::to_chars(scratch, scratch + kScratchSize - 1, value);
     *result.ptr = '\0';
+    return static_cast<size_t>(result.ptr - scratch);
 }
 
 /* Names slot `slot` of the caller's record, or the default text when the record or the slot is
@@ -63,15 +77,15 @@ const char *NameOrDefault(const char *const *names, int32_t slot, const char *fa
  * fractionBase digits, zero-filled on the left and then padded on the right with "0" up to the
  * precision. Returns CONV_OK with the text in scratch, or the status of a value that cannot be
  * written. */
-uint32_t FormatFraction(char (&scratch)[kScratchSize], const CONV_DateTime &record,
-                        uint16_t precision) {
+uint32_t FormatFraction(char (&scratch)[kScratchSize], size_t *scratchLength,
+                        const CONV_DateTime &record, uint16_t precision) {
     const int32_t base = record.fractionBase;
     if (base == kConvUnset) {
         /* Compared unsigned, so negative fractions fail too. */
         if (static_cast<uint32_t>(record.fraction) > 999999999u) {
             return CONV_ERR_FRACTION;
         }
-        PutDecimal(scratch, record.fraction);
+        *scratchLength = PutDecimal(scratch, record.fraction);
         return CONV_OK;
     }
     if (base < 1 || base > 9) {
@@ -92,48 +106,50 @@ uint32_t FormatFraction(char (&scratch)[kScratchSize], const CONV_DateTime &reco
         }
     }
     scratch[length] = '\0';
+    *scratchLength = static_cast<size_t>(length);
     return CONV_OK;
 }
 
-/* Converts one field of the record to its text: *text points either at scratch or at a name
- * (caller's or default). record.era is written by an E field. Returns CONV_OK or the status of a
- * value that the letter cannot write. */
+/* Converts one field of the record to its text: *text points either at scratch, whose length
+ * is then stored in *scratchLength, or at a name (caller's or default). record.era is written by
+ * an E field. Returns CONV_OK or the status of a value that the letter cannot write. */
 uint32_t ConvertField(int32_t letter, const CONV_FieldDescriptor &field, CONV_DateTime &record,
-                      const char *const *names, char (&scratch)[kScratchSize], const char **text) {
+                      const char *const *names, char (&scratch)[kScratchSize],
+                      size_t *scratchLength, const char **text) {
     *text = scratch;
     switch (letter) {
         case kLetterD:
             if (record.day < 1 || record.day > 31) {
                 return CONV_ERR_DAY;
             }
-            PutDecimal(scratch, record.day);
+            *scratchLength = PutDecimal(scratch, record.day);
             return CONV_OK;
         case kLetterF:
-            return FormatFraction(scratch, record, field.precision);
+            return FormatFraction(scratch, scratchLength, record, field.precision);
         case kLetterH:
             if (record.hour < 0 || record.hour > 24) {
                 return CONV_ERR_HOUR24;
             }
-            PutDecimal(scratch, record.hour);
+            *scratchLength = PutDecimal(scratch, record.hour);
             return CONV_OK;
         case kLetterI:
             if (record.minute < 0 || record.minute > 59) {
                 return CONV_ERR_MINUTE;
             }
-            PutDecimal(scratch, record.minute);
+            *scratchLength = PutDecimal(scratch, record.minute);
             return CONV_OK;
         case kLetterM:
             if (record.month < 1 || record.month > 12) {
                 return CONV_ERR_MONTH;
             }
-            PutDecimal(scratch, record.month);
+            *scratchLength = PutDecimal(scratch, record.month);
             return CONV_OK;
         case kLetterP:
             if (record.hour < 0 || record.hour > 24) {
                 return CONV_ERR_HOUR24;
             }
             /* Midnight, noon and 24:00 all read "12" on the 12-hour clock. */
-            PutDecimal(scratch, record.hour % 12 == 0 ? 12 : record.hour % 12);
+            *scratchLength = PutDecimal(scratch, record.hour % 12 == 0 ? 12 : record.hour % 12);
             return CONV_OK;
         case kLetterQ:
             if (record.hour < 0 || record.hour > 24) {
@@ -149,7 +165,7 @@ uint32_t ConvertField(int32_t letter, const CONV_FieldDescriptor &field, CONV_Da
             if (record.second < 0 || record.second > 59) {
                 return CONV_ERR_SECOND;
             }
-            PutDecimal(scratch, record.second);
+            *scratchLength = PutDecimal(scratch, record.second);
             return CONV_OK;
         case kLetterT:
         case kLetterU:
@@ -182,13 +198,13 @@ uint32_t ConvertField(int32_t letter, const CONV_FieldDescriptor &field, CONV_Da
                 return CONV_ERR_YEAR;
             }
             /* Truncating division: -5 stays "-5". */
-            PutDecimal(scratch, record.year - (record.year / 100) * 100);
+            *scratchLength = PutDecimal(scratch, record.year - (record.year / 100) * 100);
             return CONV_OK;
         case kLetterZ:
             if (record.year == kConvUnset) {
                 return CONV_ERR_YEAR;
             }
-            PutDecimal(scratch, record.year);
+            *scratchLength = PutDecimal(scratch, record.year);
             return CONV_OK;
         case kLetterE: {
             if (record.day < 1 || record.day > 31) {
@@ -234,7 +250,7 @@ uint32_t ConvertField(int32_t letter, const CONV_FieldDescriptor &field, CONV_Da
                 *text = names[CONV_NAMES_SYEAR];
                 return CONV_OK;
             }
-            PutDecimal(scratch, year);
+            *scratchLength = PutDecimal(scratch, year);
             return CONV_OK;
         }
         default:
@@ -249,17 +265,15 @@ void Fill(char *position, size_t count, char c) {
     }
 }
 
-}  // namespace
-
-/* Places the text of one field at *position within *room free bytes: cut to the width when one
- * is given (keeping the left part), justified and padded in the width, and cut to the room. No
- * terminator is written. Advances *position and reduces *room by the positions written. Returns
- * CONV_OK, or CONV_ERR_TARGET_TOO_SMALL when the field did not fit in the room. */
-uint32_t CONV_PutInBuffer(char **position, int32_t *room, const char *text,
-                          const CONV_FieldDescriptor *descriptor) noexcept {
+/* Places the text of one field (length bytes) at *position within *room free bytes: cut to the
+ * width when one is given (keeping the left part), justified and padded in the width, and cut to
+ * the room. No terminator is written. Advances *position and reduces *room by the positions
+ * written. Returns CONV_OK, or CONV_ERR_TARGET_TOO_SMALL when the field did not fit in the room. */
+uint32_t PlaceField(char **position, int32_t *room, const char *text, size_t textLength,
+                    const CONV_FieldDescriptor *descriptor) {
     char *out = *position;
     const size_t roomLeft = *room > 0 ? static_cast<size_t>(*room) : 0;
-    size_t length = strlen(text);
+    size_t length = textLength;
     uint32_t status = CONV_OK;
     size_t written = 0;
 
@@ -307,6 +321,15 @@ uint32_t CONV_PutInBuffer(char **position, int32_t *room, const char *text,
     return status;
 }
 
+}  // namespace
+
+/* Places the NUL-terminated text of one field at *position within *room free bytes, as
+ * PlaceField does. Returns CONV_OK or CONV_ERR_TARGET_TOO_SMALL. */
+uint32_t CONV_PutInBuffer(char **position, int32_t *room, const char *text,
+                          const CONV_FieldDescriptor *descriptor) noexcept {
+    return PlaceField(position, room, text, strlen(text), descriptor);
+}
+
 /* Formats the record under format into target (targetSize bytes, terminated whenever targetSize
  * is at least 1). Returns CONV_OK, the status of the field that stopped formatting, or
  * CONV_ERR_TARGET_TOO_SMALL when the room ran out; a fraction field cut by the room gives
@@ -351,7 +374,8 @@ extern "C" uint32_t CONV_DateTimeToString(char *target, CONV_DateTime *record, i
     const char *fmt = format;
     while (room > 0 && *fmt != '\0') {
         CONV_FieldDescriptor field;
-        const int32_t letter = CONV_CheckField(&fmt, &field);
+        /* Only a "%" can begin a field: other characters skip the field reader. */
+        const int32_t letter = *fmt == '%' ? CONV_ReadField(&fmt, &field) : -1;
         if (letter < 0) {
             /* A literal; for "%%" the reader already stepped onto the second "%". */
             *out++ = *fmt++;
@@ -362,10 +386,32 @@ extern "C" uint32_t CONV_DateTimeToString(char *target, CONV_DateTime *record, i
         fmt += field.length;
 
         char scratch[kScratchSize];
+        size_t scratchLength = 0;
         const char *text = scratch;
-        uint32_t status = ConvertField(letter, field, *values, names, scratch, &text);
-        if (status == CONV_OK) {
-            status = CONV_PutInBuffer(&out, &room, text, &field);
+        uint32_t status =
+            ConvertField(letter, field, *values, names, scratch, &scratchLength, &text);
+        if (status == CONV_OK && text != scratch && field.width == kConvNoField &&
+            (names == nullptr ||
+             reinterpret_cast<uintptr_t>(text) >= reinterpret_cast<uintptr_t>(out))) {
+            /* A name without a width: copied up to its terminator or the end of the room in one
+             * pass, instead of measuring it first. Same bytes and status as PlaceField. A name
+             * of the caller's that starts before the write position could lie in the target
+             * itself and be changed by the copy; such a name is measured first, as before. */
+            int32_t i = 0;
+            while (i < room && text[i] != '\0') {
+                out[i] = text[i];
+                ++i;
+            }
+            out += i;
+            room -= i;
+            if (text[i] != '\0') {
+                status = CONV_ERR_TARGET_TOO_SMALL;
+            }
+        } else if (status == CONV_OK) {
+            /* The length of digits just written is known; reading them back with strlen would
+             * have to wait for their stores. */
+            const size_t length = text == scratch ? scratchLength : strlen(text);
+            status = PlaceField(&out, &room, text, length, &field);
             /* A cut fraction is reported as a warning: the digits shown are still the leading
              * digits of the value (callers accept a shortened timestamp). */
             if (status != CONV_OK && letter == kLetterF) {

@@ -67,6 +67,78 @@ int16_t Low16(int32_t value) {
     return static_cast<int16_t>(static_cast<uint16_t>(static_cast<uint32_t>(value)));
 }
 
+/* A number field read straight into a 16-bit member of the record: the member and the range
+ * its stored value must lie in. */
+struct PlainField {
+    int16_t CONV_DateTime::*member; /* null: the letter is not read this way */
+    int16_t low;
+    int16_t high;
+};
+
+/* The plain number fields by field index: D, H, I, M, S and Z. Z takes any year except the
+ * unset value, which lies outside every other range too. */
+constexpr PlainField kPlainFields[16] = {
+    {&CONV_DateTime::day, 1, 31},                 /* D */
+    {nullptr, 0, 0},                              /* F */
+    {&CONV_DateTime::hour, 0, 24},                /* H */
+    {&CONV_DateTime::minute, 0, 59},              /* I */
+    {&CONV_DateTime::month, 1, 12},               /* M */
+    {nullptr, 0, 0},                              /* P */
+    {nullptr, 0, 0},                              /* Q */
+    {&CONV_DateTime::second, 0, 59},              /* S */
+    {nullptr, 0, 0},                              /* T */
+    {nullptr, 0, 0},                              /* U */
+    {nullptr, 0, 0},                              /* V */
+    {nullptr, 0, 0},                              /* W */
+    {nullptr, 0, 0},                              /* Y */
+    {&CONV_DateTime::year, INT16_MIN, INT16_MAX}, /* Z */
+    {nullptr, 0, 0},                              /* E */
+    {nullptr, 0, 0},                              /* J */
+};
+
+/* The common field "%<w>L" or "%0<w>L" (w one digit 1..9, L one of D H I M S Z) whose member is
+ * still unset, whose w source characters are all digits and whose value is in range: stores
+ * the value, moves *fmt and the source past field and number and returns true. Returns false,
+ * changing nothing, for everything else, which the general field reader then handles with the
+ * same result (these are exactly the steps it takes for such a field when it succeeds). */
+inline bool ReadPlainField(Parse &parse, const char **fmt) {
+    const char *f = *fmt;
+    size_t at = 1;
+    if (f[1] == '0') {
+        at = 2;
+    }
+    const unsigned width = static_cast<unsigned char>(f[at]) - '0';
+    if (width < 1 || width > 9) {
+        return false;
+    }
+    const int32_t letter = kConvLetterTable.index[static_cast<unsigned char>(f[at + 1])];
+    if (letter < 0 || kPlainFields[letter].member == nullptr) {
+        return false;
+    }
+    const PlainField &plain = kPlainFields[letter];
+    int16_t &target = parse.record->*plain.member;
+    if (target != kConvUnset) {
+        return false;
+    }
+    const char *source = parse.source;
+    int32_t value = 0;
+    for (unsigned i = 0; i < width; ++i) {
+        const unsigned digit = static_cast<unsigned char>(source[i]) - '0';
+        if (digit > 9) {
+            return false;
+        }
+        value = value * 10 + static_cast<int32_t>(digit);
+    }
+    const int16_t stored = Low16(value);
+    if (stored < plain.low || stored > plain.high || stored == kConvUnset) {
+        return false;
+    }
+    target = stored;
+    parse.source = source + width;
+    *fmt = f + at + 2;
+    return true;
+}
+
 /* Reads the first name of a table of count names (null slots skipped) that stands at the source
  * position; *index receives its position in the table. Returns CONV_OK, CONV_ERR_FORMAT_LEFT or
  * CONV_ERR_SCAN_MISMATCH. */
@@ -107,9 +179,11 @@ uint32_t ScanField16(Parse &parse, const CONV_FieldDescriptor &field, int16_t *t
         return CONV_ERR_RESCAN;
     }
     int32_t value = 0;
-    const uint32_t status = CONV_ScanNumber(&parse.source, &value, &field);
-    if (status != CONV_OK) {
-        return status;
+    if (!CONV_ScanPlainDigits(&parse.source, &value, field.width)) {
+        const uint32_t status = CONV_ScanNumber(&parse.source, &value, &field);
+        if (status != CONV_OK) {
+            return status;
+        }
     }
     *target = Low16(value);
     return CONV_OK;
@@ -384,11 +458,21 @@ extern "C" uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *sou
 
     /* The record is reset before reading, so a source stored in it must be copied first. */
     char *duplicate = nullptr;
-    const size_t sourceLength = strlen(source);
     const uintptr_t sourceStart = reinterpret_cast<uintptr_t>(source);
     const uintptr_t recordStart = reinterpret_cast<uintptr_t>(record);
-    if (sourceStart < recordStart + sizeof(CONV_DateTime) &&
-        sourceStart + sourceLength + 1 > recordStart) {
+    /* The source with its terminator shares bytes with the record when it starts inside the
+     * record, or starts before it and has no terminator in front of it. A source starting
+     * behind the record cannot reach it and is not measured; one in front of it is scanned at
+     * most up to the record. */
+    bool overlaps = false;
+    if (sourceStart < recordStart) {
+        const size_t distance = recordStart - sourceStart;
+        overlaps = strnlen(source, distance) == distance;
+    } else {
+        overlaps = sourceStart < recordStart + sizeof(CONV_DateTime);
+    }
+    if (overlaps) {
+        const size_t sourceLength = strlen(source);
         duplicate = static_cast<char *>(
             MMFLAT_New(static_cast<uint32_t>(sourceLength + 1), nullptr, __FILE__, __LINE__));
         if (duplicate == nullptr) {
@@ -411,8 +495,13 @@ extern "C" uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *sou
     Parse parse{source, record, names, centuryBase, kMeridiemNone};
     const char *fmt = format;
     while (*parse.source != '\0' && *fmt != '\0') {
+        if (*fmt == '%' && ReadPlainField(parse, &fmt)) {
+            ++*fieldCount;
+            continue;
+        }
         CONV_FieldDescriptor field;
-        const int32_t letter = CONV_CheckField(&fmt, &field);
+        /* Only a "%" can begin a field: other characters skip the field reader. */
+        const int32_t letter = *fmt == '%' ? CONV_ReadField(&fmt, &field) : -1;
         if (letter < 0) {
             /* A literal must stand in the source as it is; "%%" matches a single "%". */
             if (*parse.source != *fmt) {
@@ -434,6 +523,8 @@ extern "C" uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *sou
     }
     const bool sourceLeft = *parse.source != '\0';
     const bool formatLeft = *fmt != '\0';
-    MMFLAT_Free(duplicate);
+    if (duplicate != nullptr) {
+        MMFLAT_Free(duplicate);
+    }
     return FinishParse(*record, sourceLeft, formatLeft);
 }

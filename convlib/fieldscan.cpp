@@ -21,10 +21,6 @@ constexpr uint16_t kNotGiven = 65535;
 // Widest field the number reader copies (three digits of width).
 constexpr size_t kMaxFieldWidth = 999;
 
-constexpr bool IsDigit(char c) noexcept {
-    return c >= '0' && c <= '9';
-}
-
 // strtol in base ten with the results of a 32-bit long: a value beyond the 32-bit range comes
 // back as the nearest 32-bit limit, as it does where long has 32 bits.
 int32_t StrToLong32(const char *text, char **end) noexcept {
@@ -45,19 +41,7 @@ const char gCONV_Letter[17] = "DFHIMPQSTUVWYZEJ";
 // adding their number to *count; returns -1 and changes nothing when the first character is no
 // digit.
 int32_t CONV_CheckNumber(const char **position, uint16_t *count) noexcept {
-    const char *p = *position;
-    if (!IsDigit(*p)) {
-        return -1;
-    }
-    int32_t value = 0;
-    uint16_t digits = 0;
-    while (digits < 3 && IsDigit(p[digits])) {
-        value = value * 10 + (p[digits] - '0');
-        ++digits;
-    }
-    *count = static_cast<uint16_t>(*count + digits);
-    *position = p + digits;
-    return value;
+    return CONV_ReadFieldDigits(position, count);
 }
 
 // Reads the "%" field at *position into *descriptor and returns its field index 0..15, or -1
@@ -65,52 +49,7 @@ int32_t CONV_CheckNumber(const char **position, uint16_t *count) noexcept {
 // moved, except that "%%" moves it on to the second "%" (the caller then copies that one as a
 // literal); the caller advances past a field by the descriptor's length.
 int32_t CONV_CheckField(const char **position, CONV_FieldDescriptor *descriptor) noexcept {
-    const char *p = *position;
-    if (p[0] == '%' && p[1] == '%') {
-        *position = p + 1;
-        return -1;
-    }
-    if (p[0] != '%') {
-        return -1;
-    }
-    CONV_FieldDescriptor field{};
-    field.length = 1;
-    const char *q = p + 1;
-    if (*q == '-') {
-        field.flag = 1;
-        field.length = 2;
-        ++q;
-    } else if (*q == '0') {
-        field.flag = 2;
-        field.length = 2;
-        ++q;
-    }
-    const int32_t width = CONV_CheckNumber(&q, &field.length);
-    if (width == 0) {
-        return -1;  // e.g. "%-0D"
-    }
-    field.width = width < 0 ? kNotGiven : static_cast<uint16_t>(width);
-    field.precision = kNotGiven;
-    if (*q == '.') {
-        ++q;
-        ++field.length;
-        const int32_t precision = CONV_CheckNumber(&q, &field.length);
-        if (precision < 1 || precision > 9) {
-            return -1;
-        }
-        field.precision = static_cast<uint16_t>(precision);
-    }
-    if (*q == '\0') {
-        return -1;
-    }
-    const char *letter = std::strchr(gCONV_Letter, *q);
-    if (letter == nullptr) {
-        return -1;
-    }
-    field.index = static_cast<uint16_t>(letter - gCONV_Letter);
-    ++field.length;
-    *descriptor = field;
-    return field.index;
+    return CONV_ReadField(position, descriptor);
 }
 
 // Finds the first of the count names that stands at *position, byte-exact. Without a width a
@@ -179,6 +118,9 @@ uint32_t CONV_ScanNumber(const char **position, int32_t *value,
     const char *source = *position;
     const uint16_t width = descriptor->width;
     int32_t number;
+    if (CONV_ScanPlainDigits(position, value, width)) {
+        return CONV_OK;
+    }
     if (width != kNotGiven) {
         if (strnlen(source, width) < width) {
             return CONV_ERR_FORMAT_LEFT;

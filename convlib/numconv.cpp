@@ -157,6 +157,49 @@ uint32_t StringToSmall(T *target, const char *text, uint32_t flags, char point, 
     return status;
 }
 
+// The common case of the signed conversion, read directly: optional spaces (when the flags allow
+// leading blanks), an optional sign right before the digits, one to nine digits, optional spaces
+// (when the flags allow trailing blanks), and the end of the text, no longer than the 999
+// characters the conversion takes. Such a text passes the syntax check under any flags, holds no
+// decimal point and cannot overflow, so the general path would give the same value and CONV_OK.
+// Only the usual point characters "." and "," qualify, so that a point that is itself a digit, a
+// sign or a blank never reaches this path. Returns true with *value set; false, having changed
+// nothing, for every other text.
+bool PlainInt32(const char *text, uint32_t flags, char point, int32_t *value) noexcept {
+    if (point != '.' && point != ',') {
+        return false;
+    }
+    const char *p = text;
+    if ((flags & CONV_NUM_LEADING_BLANKS) != 0) {
+        while (*p == ' ') {
+            ++p;
+        }
+    }
+    const bool negative = *p == '-';
+    if (*p == '-' || *p == '+') {
+        ++p;
+    }
+    const char *digits = p;
+    int32_t sum = 0;
+    while (*p >= '0' && *p <= '9' && p - digits < 9) {
+        sum = sum * 10 + (*p - '0');
+        ++p;
+    }
+    if (p == digits || (*p >= '0' && *p <= '9')) {
+        return false;  // no digit, or ten digits and more
+    }
+    if ((flags & CONV_NUM_TRAILING_BLANKS) != 0) {
+        while (*p == ' ') {
+            ++p;
+        }
+    }
+    if (*p != '\0' || static_cast<size_t>(p - text) > kMaxText) {
+        return false;
+    }
+    *value = negative ? -sum : sum;
+    return true;
+}
+
 // Copies printed text into out of size bytes, or fails without writing when it does not fit.
 uint32_t CopyIfFits(char *out, const char *text, int printed, uint32_t size) noexcept {
     if (printed < 0 || static_cast<uint32_t>(printed) + 1 > size) {
@@ -174,6 +217,10 @@ uint32_t CopyIfFits(char *out, const char *text, int printed, uint32_t size) noe
 // *target is written on CONV_OK and on the warning only.
 extern "C" uint32_t CONV_StringToInt32(int32_t *target, const char *text, uint32_t flags,
                                        char point) noexcept {
+    if (PlainInt32(text, flags, point, target)) {
+        errno = 0;  // as after the general path, which clears errno before strtol
+        return CONV_OK;
+    }
     if (std::strlen(text) > kMaxText) {
         return CONV_ERR_CONVERSION;
     }

@@ -178,6 +178,49 @@ int32_t AddDigit(int32_t value, unsigned digit) {
     return static_cast<int32_t>(static_cast<uint32_t>(value) * 10u + digit);
 }
 
+// The decimal digit pairs "00" to "99", for writing two decimal digits per division.
+constexpr char kDigitPairs[] =
+    "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+    "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+    "8081828384858687888990919293949596979899";
+
+// Writes the digits of value in base Base from the end of the digit buffer backwards, at least
+// precision of them (leading '0's), with letterOffset added to '0' + digit for digits above 9.
+// Value 0 gives no digit of its own, only the precision's zeros. Returns the index of the first
+// digit. The base is a template argument so that the division by it becomes a multiplication (a
+// division by a run-time base costs more than the rest of the conversion), and decimal digits
+// are produced two at a time.
+template <unsigned Base>
+int WriteDigits(char (&digits)[kDigitCells], uint32_t value, int32_t precision, int letterOffset) {
+    int start = kDigitCells;
+    if constexpr (Base == 10) {
+        (void)letterOffset;
+        while (value >= 100) {
+            const uint32_t pair = value % 100;
+            value /= 100;
+            digits[--start] = kDigitPairs[2 * pair + 1];
+            digits[--start] = kDigitPairs[2 * pair];
+        }
+        if (value >= 10) {
+            digits[--start] = kDigitPairs[2 * value + 1];
+            digits[--start] = kDigitPairs[2 * value];
+        } else if (value != 0) {
+            digits[--start] = static_cast<char>('0' + value);
+        }
+        for (int32_t written = kDigitCells - start; written < precision; ++written)
+            digits[--start] = '0';
+    } else {
+        while (precision-- >= 1 || value != 0) {
+            int digit = static_cast<int>(value % Base) + '0';
+            if (digit > '9')
+                digit += letterOffset;
+            digits[--start] = static_cast<char>(digit);
+            value /= Base;
+        }
+    }
+    return start;
+}
+
 // Builds the C library format of a floating conversion: '%', the flags set, the width when
 // above 0, the precision when given, and the conversion character.
 void FloatingFormat(char *format, uint32_t flags, int32_t width, int32_t precision,
@@ -249,6 +292,13 @@ int Format(Unit *buf, size_t size, const Unit *format, va_list args) {
                     prefixLength = 0;
                     firstDot = true;
                     state = kFlags;
+                    // "%d" and "%i" without flags, width or length: the flag and conversion
+                    // states would only pass the 'd' or 'i' on, so go to the integer directly.
+                    if (format[pos + 1] == Unit('d') || format[pos + 1] == Unit('i')) {
+                        flags = kSigned;
+                        base = 10;
+                        state = kInteger;
+                    }
                 } else if (c == '\\') {
                     state = kEscape;
                 } else if (!out.Put(unit)) {
@@ -472,14 +522,13 @@ int Format(Unit *buf, size_t size, const Unit *format, va_list args) {
                         prefixLength = 1;
                     }
                 }
-                int start = kDigitCells;
-                while (precision-- >= 1 || value != 0) {
-                    int digit = static_cast<int>(value % base) + '0';
-                    if (digit > '9')
-                        digit += letterOffset;
-                    digits[--start] = static_cast<char>(digit);
-                    value /= base;
-                }
+                int start;
+                if (base == 10)
+                    start = WriteDigits<10>(digits, value, precision, letterOffset);
+                else if (base == 16)
+                    start = WriteDigits<16>(digits, value, precision, letterOffset);
+                else
+                    start = WriteDigits<8>(digits, value, precision, letterOffset);
                 // Octal: the cell in front of the digits decides, not the leading digit. A '0'
                 // left there by an earlier conversion of the same call suppresses the extra
                 // zero; kept for compatibility.
