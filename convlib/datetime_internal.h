@@ -12,6 +12,26 @@
 /* Internal to the library: kept out of the shared library's exported names. */
 #define CONV_DT_INTERNAL __attribute__((visibility("hidden")))
 
+/* Field indexes of the format letters: their positions in "DFHIMPQSTUVWYZEJ". */
+enum ConvFieldLetter : int32_t {
+    kLetterD = 0,
+    kLetterF,
+    kLetterH,
+    kLetterI,
+    kLetterM,
+    kLetterP,
+    kLetterQ,
+    kLetterS,
+    kLetterT,
+    kLetterU,
+    kLetterV,
+    kLetterW,
+    kLetterY,
+    kLetterZ,
+    kLetterE,
+    kLetterJ,
+};
+
 /* The unset marker as it is compared against the 32-bit fraction and the 16-bit fields. */
 inline constexpr int32_t kConvUnset = CONV_DT_UNSET;
 /* failedField when no field failed; width and precision when not given. */

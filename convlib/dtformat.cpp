@@ -21,26 +21,6 @@ namespace {
     "@(#)     PLATFORM : Linux on Intel",
 };
 
-/* Field indexes: positions of the letters in "DFHIMPQSTUVWYZEJ". */
-enum FieldLetter : int32_t {
-    kLetterD = 0,
-    kLetterF,
-    kLetterH,
-    kLetterI,
-    kLetterM,
-    kLetterP,
-    kLetterQ,
-    kLetterS,
-    kLetterT,
-    kLetterU,
-    kLetterV,
-    kLetterW,
-    kLetterY,
-    kLetterZ,
-    kLetterE,
-    kLetterJ,
-};
-
 /* Scratch text of one numeric field: a sign, ten digits, fraction padding and the NUL. */
 constexpr size_t kScratchSize = 32;
 

@@ -23,26 +23,6 @@ namespace {
     "@(#)     PLATFORM : Linux on Intel",
 };
 
-/* Field indexes: positions of the letters in "DFHIMPQSTUVWYZEJ". */
-enum FieldLetter : int32_t {
-    kLetterD = 0,
-    kLetterF,
-    kLetterH,
-    kLetterI,
-    kLetterM,
-    kLetterP,
-    kLetterQ,
-    kLetterS,
-    kLetterT,
-    kLetterU,
-    kLetterV,
-    kLetterW,
-    kLetterY,
-    kLetterZ,
-    kLetterE,
-    kLetterJ,
-};
-
 /* What is known about the meridiem while reading: nothing yet, an hour read by P without a
  * designator, or the index (0 before noon, 1 after noon) of the designator read. */
 enum Meridiem : int32_t {
