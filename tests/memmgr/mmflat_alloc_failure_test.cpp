@@ -211,6 +211,35 @@ TEST(MmflatAllocationSizes, StrDupOfEmptyTextAllocatesOneByte) {
     EXPECT_EQ(live, 0u);
 }
 
+TEST(MmflatAllocationSizes, SizeZeroMakesOneBlockThatFreeReleases) {
+    alloc_interpose::Scope scope;
+    void *block = MMFLAT_New(0, nullptr, "t.cpp", 1);
+    const unsigned long calls = scope.Calls();
+    const std::size_t liveBefore = scope.LiveBlocks();
+    MMFLAT_Free(block);
+    const std::size_t liveAfter = scope.LiveBlocks();
+    scope.End();
+    EXPECT_NE(block, nullptr);  // the C library's malloc(0) gives a unique block
+    EXPECT_EQ(calls, 1u);
+    EXPECT_EQ(liveBefore, 1u);
+    EXPECT_EQ(liveAfter, 0u);
+}
+
+TEST(MmflatAllocationSizes, FreeOfNullTouchesNoBlock) {
+    void *kept = MMFLAT_New(16, nullptr, "t.cpp", 1);
+    ASSERT_NE(kept, nullptr);
+    alloc_interpose::Scope scope;
+    void *other = MMFLAT_New(8, nullptr, "t.cpp", 1);
+    MMFLAT_Free(nullptr);
+    const unsigned long calls = scope.Calls();
+    const std::size_t live = scope.LiveBlocks();
+    MMFLAT_Free(other);
+    scope.End();
+    EXPECT_EQ(calls, 1u);  // only the New above
+    EXPECT_EQ(live, 1u);   // nothing was released by the null
+    MMFLAT_Free(kept);
+}
+
 TEST(MmflatAllocationSizes, StrDupAllocatesLengthPlusOne) {
     alloc_interpose::Scope scope;
     char *copy = MMFLAT_StrDup("nlsreport", nullptr, "t.cpp", 1);
