@@ -74,10 +74,12 @@ extern "C" int32_t CONV_GetTrimmedLengthUTF8Chars(const char *buffer, int32_t by
 }
 
 // Computes CONV_GetTrimmedLength and stores a NUL at that index (buffer[length] must be
-// writable); returns the trimmed length.
+// writable); returns the trimmed length. A negative length comes back as it is and nothing is
+// stored: its index lies before the buffer.
 extern "C" int32_t CONV_TrimWithStrlen(char *buffer, int32_t length) noexcept {
     const int32_t trimmed = CONV_GetTrimmedLength(buffer, length);
-    buffer[trimmed] = '\0';
+    if (trimmed >= 0)
+        buffer[trimmed] = '\0';
     return trimmed;
 }
 

@@ -41,6 +41,17 @@ TEST(CoreTrimWithStrlen, StoresTheTerminator) {
     EXPECT_EQ(spaces[0], '\0');
 }
 
+TEST(CoreTrimWithStrlen, NegativeLengthComesBackAndStoresNothing) {
+    char buffer[6] = {'#', '#', 'a', ' ', '#', '#'};
+    EXPECT_EQ(CONV_TrimWithStrlen(buffer + 2, -1), -1);
+    EXPECT_EQ(CONV_TrimWithStrlen(buffer + 2, -2), -2);
+    EXPECT_EQ(std::string(buffer, sizeof buffer), std::string("##a ##", 6));
+    char empty[2] = {'x', '#'};
+    EXPECT_EQ(CONV_TrimWithStrlen(empty, 0), 0);
+    EXPECT_EQ(empty[0], '\0');
+    EXPECT_EQ(empty[1], '#');
+}
+
 TEST(CoreTrimmedLengthUtf8Chars, LeadBytesGiveTheWidths) {
     const char text[] = "a\xC3\xA9";
     EXPECT_EQ(CONV_GetTrimmedLengthUTF8Chars(text, 3, 1), 1);
