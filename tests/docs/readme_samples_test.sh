@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Compiles every C sample of README.md (the ```c blocks) as a C11 translation unit against the
+# public headers, warnings as errors, so that the tour never shows code that does not build.
+# Usage: readme_samples_test.sh <source dir> <C compiler> [flags]
+set -euo pipefail
+src=$1
+cc=$2
+flags=${3:-}
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+awk -v dir="$work" '
+    /^```c$/ { n++; file = sprintf("%s/sample%02d.c", dir, n); inside = 1; next }
+    /^```/   { inside = 0; next }
+    inside   { print > file }
+' "$src/README.md"
+count=$(find "$work" -name 'sample*.c' | wc -l)
+if [ "$count" -lt 5 ]; then
+    echo "expected at least 5 C samples in README.md, found $count"
+    exit 1
+fi
+for sample in "$work"/sample*.c; do
+    # shellcheck disable=SC2086
+    "$cc" -std=c11 -Wall -Wextra -Werror -pedantic $flags -I"$src/include" -c "$sample" \
+        -o "${sample%.c}.o" || { echo "README sample does not compile:"; cat -n "$sample"; exit 1; }
+done
+echo "$count README samples compile"
