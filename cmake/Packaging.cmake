@@ -52,4 +52,7 @@ For each locale named on its command line, nlsreport switches the process locale
 its code set, maps it to the preferred IANA character-set name and MIBenum, and prints
 one row of a fixed-width table.")
 
+# Manual pages are compressed in the packages only; cmake --install keeps them plain.
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/DebManPages.cmake)
+
 include(CPack)

@@ -60,7 +60,7 @@ expect_eq "$(contents "$dev")" "$(printf '%s\n' \
     "$lib/libnlssupport.a" "$lib/libnlssupport.so" "$lib/pkgconfig/nlssupport.pc" | sort)" \
     "development package contents"
 expect_eq "$(contents "$cmd")" "$(printf '%s\n' ./usr/bin/nlsreport \
-    ./usr/share/man/man1/nlsreport.1 | sort)" "command package contents"
+    ./usr/share/man/man1/nlsreport.1.gz | sort)" "command package contents"
 
 # Unpack into a scratch root.
 root=$work/root
@@ -72,7 +72,8 @@ expect_eq "$(readlink "$libdir/libnlssupport.so")" libnlssupport.so.1 "developme
 expect_eq "$(readlink "$libdir/libnlssupport.so.1")" "libnlssupport.so.$version" "SONAME link"
 objdump -p "$libdir/libnlssupport.so.$version" | grep -q 'SONAME *libnlssupport\.so\.1$' ||
     fail "shared library SONAME"
-cmp "$src/nls/nlsreport.1" "$root/usr/share/man/man1/nlsreport.1" || fail "manual page differs"
+gzip -dc "$root/usr/share/man/man1/nlsreport.1.gz" | cmp - "$src/nls/nlsreport.1" ||
+    fail "manual page differs"
 for h in convlib errlib glib ianacs koranls memmgr; do
     cmp "$src/include/$h.h" "$root/usr/include/nlssupport/$h.h" || fail "header $h.h differs"
 done
