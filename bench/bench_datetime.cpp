@@ -61,55 +61,39 @@ constexpr char kLibcNumeric[] = "%Y-%m-%d %H:%M:%S";
 constexpr char kOursNames[] = "%T, %02D %V %Z";
 constexpr char kLibcNames[] = "%A, %d %B %Y";
 
-void BM_ConvDateTimeToStringNumeric(benchmark::State &state) {
+// One benchmark per routine; the format (and, for parsing, the texts) are captured arguments, so
+// the numeric and the names variant run the same loop.
+void BM_ConvDateTimeToString(benchmark::State &state, const char *format) {
     char buf[64];
     CONV_DateTime record[kInputs];
     std::memcpy(record, gDates.record, sizeof record);
     int i = 0;
     for (auto _ : state) {
         benchmark::DoNotOptimize(CONV_DateTimeToString(buf, &record[i++ & (kInputs - 1)],
-                                                       sizeof buf, kOursNumeric, nullptr, nullptr,
+                                                       sizeof buf, format, nullptr, nullptr,
                                                        nullptr));
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK(BM_ConvDateTimeToStringNumeric);
+BENCHMARK_CAPTURE(BM_ConvDateTimeToString, Numeric, kOursNumeric);
+BENCHMARK_CAPTURE(BM_ConvDateTimeToString, Names, kOursNames);
 
-void BM_LibcStrftimeNumeric(benchmark::State &state) {
+void BM_LibcStrftime(benchmark::State &state, const char *format) {
     char buf[64];
     int i = 0;
     for (auto _ : state) {
         benchmark::DoNotOptimize(
-            std::strftime(buf, sizeof buf, kLibcNumeric, &gDates.tm[i++ & (kInputs - 1)]));
+            std::strftime(buf, sizeof buf, format, &gDates.tm[i++ & (kInputs - 1)]));
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK(BM_LibcStrftimeNumeric);
+BENCHMARK_CAPTURE(BM_LibcStrftime, Numeric, kLibcNumeric);
+BENCHMARK_CAPTURE(BM_LibcStrftime, Names, kLibcNames);
 
-void BM_ConvDateTimeToStringNames(benchmark::State &state) {
-    char buf[64];
-    CONV_DateTime record[kInputs];
-    std::memcpy(record, gDates.record, sizeof record);
-    int i = 0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(CONV_DateTimeToString(buf, &record[i++ & (kInputs - 1)],
-                                                       sizeof buf, kOursNames, nullptr, nullptr,
-                                                       nullptr));
-        benchmark::ClobberMemory();
-    }
+// The texts strftime wrote: kInputs of them, `stride` bytes apart from `first` on.
+const char *Text(const char *first, size_t stride, int i) {
+    return first + static_cast<size_t>(i & (kInputs - 1)) * stride;
 }
-BENCHMARK(BM_ConvDateTimeToStringNames);
-
-void BM_LibcStrftimeNames(benchmark::State &state) {
-    char buf[64];
-    int i = 0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(
-            std::strftime(buf, sizeof buf, kLibcNames, &gDates.tm[i++ & (kInputs - 1)]));
-        benchmark::ClobberMemory();
-    }
-}
-BENCHMARK(BM_LibcStrftimeNames);
 
 // Checks once that the library reads the text that strftime wrote; a benchmark of a failing
 // parse would measure the wrong path.
@@ -117,15 +101,16 @@ bool ParsesAll(const char *first, size_t stride, const char *format) {
     for (int i = 0; i < kInputs; ++i) {
         CONV_DateTime r{};
         r.fractionBase = CONV_DT_UNSET;
-        const char *text = first + i * stride;
-        if (CONV_StringToDateTime(&r, text, format, 0, nullptr, nullptr, nullptr) != CONV_OK)
+        if (CONV_StringToDateTime(&r, Text(first, stride, i), format, 0, nullptr, nullptr,
+                                  nullptr) != CONV_OK)
             return false;
     }
     return true;
 }
 
-void BM_ConvStringToDateTimeNumeric(benchmark::State &state) {
-    if (!ParsesAll(gDates.numeric[0], sizeof gDates.numeric[0], kOursNumeric)) {
+void BM_ConvStringToDateTime(benchmark::State &state, const char *first, size_t stride,
+                             const char *format) {
+    if (!ParsesAll(first, stride, format)) {
         state.SkipWithError("the library does not read the strftime text");
         return;
     }
@@ -133,51 +118,29 @@ void BM_ConvStringToDateTimeNumeric(benchmark::State &state) {
     r.fractionBase = CONV_DT_UNSET;
     int i = 0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(CONV_StringToDateTime(&r, gDates.numeric[i++ & (kInputs - 1)],
-                                                       kOursNumeric, 0, nullptr, nullptr,
-                                                       nullptr));
+        benchmark::DoNotOptimize(CONV_StringToDateTime(&r, Text(first, stride, i++), format, 0,
+                                                       nullptr, nullptr, nullptr));
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK(BM_ConvStringToDateTimeNumeric);
+BENCHMARK_CAPTURE(BM_ConvStringToDateTime, Numeric, gDates.numeric[0], sizeof gDates.numeric[0],
+                  kOursNumeric);
+BENCHMARK_CAPTURE(BM_ConvStringToDateTime, Names, gDates.names[0], sizeof gDates.names[0],
+                  kOursNames);
 
-void BM_LibcStrptimeNumeric(benchmark::State &state) {
+void BM_LibcStrptime(benchmark::State &state, const char *first, size_t stride,
+                     const char *format) {
     struct tm t;
     int i = 0;
     for (auto _ : state) {
         std::memset(&t, 0, sizeof t);
-        benchmark::DoNotOptimize(strptime(gDates.numeric[i++ & (kInputs - 1)], kLibcNumeric, &t));
+        benchmark::DoNotOptimize(strptime(Text(first, stride, i++), format, &t));
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK(BM_LibcStrptimeNumeric);
-
-void BM_ConvStringToDateTimeNames(benchmark::State &state) {
-    if (!ParsesAll(gDates.names[0], sizeof gDates.names[0], kOursNames)) {
-        state.SkipWithError("the library does not read the strftime text");
-        return;
-    }
-    CONV_DateTime r{};
-    r.fractionBase = CONV_DT_UNSET;
-    int i = 0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(CONV_StringToDateTime(&r, gDates.names[i++ & (kInputs - 1)],
-                                                       kOursNames, 0, nullptr, nullptr, nullptr));
-        benchmark::ClobberMemory();
-    }
-}
-BENCHMARK(BM_ConvStringToDateTimeNames);
-
-void BM_LibcStrptimeNames(benchmark::State &state) {
-    struct tm t;
-    int i = 0;
-    for (auto _ : state) {
-        std::memset(&t, 0, sizeof t);
-        benchmark::DoNotOptimize(strptime(gDates.names[i++ & (kInputs - 1)], kLibcNames, &t));
-        benchmark::ClobberMemory();
-    }
-}
-BENCHMARK(BM_LibcStrptimeNames);
+BENCHMARK_CAPTURE(BM_LibcStrptime, Numeric, gDates.numeric[0], sizeof gDates.numeric[0],
+                  kLibcNumeric);
+BENCHMARK_CAPTURE(BM_LibcStrptime, Names, gDates.names[0], sizeof gDates.names[0], kLibcNames);
 
 void BM_ConvDateTimeToODBCTSString(benchmark::State &state) {
     char buf[32];
