@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // bench_charset.cpp - CONV_WChar16StrToUTF8 against iconv from UTF-16LE, and the cost of one
 // IANACS_GetMibEnum lookup.
 
@@ -8,8 +9,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "include/convlib.h"
-#include "include/ianacs.h"
+#include <nlssupport/convlib.h>
+#include <nlssupport/ianacs.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // bench_datetime.cpp - the date-time routines against the C library on equivalent formats:
 // CONV_DateTimeToString against strftime, CONV_StringToDateTime against strptime, and the ODBC
 // time-stamp text against snprintf with "%04d-%02d-%02d %02d:%02d:%02d.%09d".
@@ -9,7 +10,7 @@
 #include <cstring>
 #include <ctime>
 
-#include "include/convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

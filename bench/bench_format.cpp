@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // bench_format.cpp - GLIB_snprintf against the C library's snprintf on the same formats and
 // arguments: integers, strings and a mix of conversions.
 
@@ -6,7 +7,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "include/glib.h"
+#include <nlssupport/glib.h>
 
 namespace {
 

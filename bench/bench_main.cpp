@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // bench_main.cpp - runs the benchmarks and prints, beside the usual console output, a table of
 // each library routine against its C library counterpart measured in the same run: both times,
 // their ratio and whether the target is met. With --nls_markdown=<file> the table is also

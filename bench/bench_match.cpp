@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // bench_match.cpp - GLIB_ValueMatchesPattern against fnmatch (flags 0) on equivalent patterns:
 // '%' is '*', '_' is '?', and the escape '\' is the same in both. The values hold none of the
 // characters that only fnmatch treats specially ('*', '?', '[').
@@ -10,7 +11,7 @@
 #include <cstring>
 #include <string>
 
-#include "include/glib.h"
+#include <nlssupport/glib.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // bench_numtext.cpp - the text-to-number routines against strtol and strtod. The C library side
 // does what a caller needs to get the same answer: errno cleared, the end checked (trailing
 // blanks skipped where the library allows them) and the 32-bit range tested.
@@ -9,7 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "include/convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // bench_pairs.h - shared declarations of the benchmark programs: the table that pairs each
 // library routine with the C library routine a caller would use instead, and small helpers.
 #ifndef NLS_BENCH_PAIRS_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // bench_process.cpp - whole processes: one run of nlsreport over the generated locales against
 // one run of `locale charmap` per locale, both under LOCPATH set to the generated locales and
 // with their output sent to /dev/null. The locales are the directories under --nls_locpath

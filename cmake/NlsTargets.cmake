@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Helpers shared by the library, the command and the tests.
 
 # Warnings are errors in the project's own code (not in GoogleTest's).
@@ -18,7 +19,7 @@ function(nls_module dir)
     set(srcs ${PROJECT_SOURCE_DIR}/cmake/empty.cpp)
   endif()
   add_library(nls_${dir} OBJECT ${srcs})
-  target_include_directories(nls_${dir} PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR})
+  target_include_directories(nls_${dir} PUBLIC ${NLS_INCLUDE_DIRS} ${PROJECT_SOURCE_DIR})
   nls_warnings(nls_${dir})
   set(NLS_MODULES ${NLS_MODULES} ${dir} PARENT_SCOPE)
 endfunction()

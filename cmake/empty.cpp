@@ -1,1 +1,2 @@
+/* SPDX-License-Identifier: MIT */
 // An empty translation unit for a module that has no sources yet.

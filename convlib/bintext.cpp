@@ -1,9 +1,10 @@
+/* SPDX-License-Identifier: MIT */
 // Binary text: byte strings to and from hexadecimal text, two upper-case digits a byte.
 #include <cstdint>
 #include <cstring>
 
-#include "convlib.h"
-#include "memmgr.h"
+#include <nlssupport/convlib.h>
+#include <nlssupport/memmgr.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

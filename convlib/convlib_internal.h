@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * convlib_internal.h - helpers shared inside the conversion library only (not exported to
  * callers): the reader of "%" fields in date-time formats and the readers of names and numbers
@@ -8,7 +9,7 @@
 
 #include <stdint.h>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 /* The sixteen field letters of the date-time format language, "DFHIMPQSTUVWYZEJ"; a letter's
  * position is its field index. */

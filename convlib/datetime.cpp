@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * datetime.cpp - date-time values and the calendar: the default name tables, the fraction
  * ceilings, the validity check of a record, the day of the week and the era calendar (four
@@ -5,7 +6,7 @@
  */
 #include <stdint.h>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "convlib/datetime_internal.h"
 
 namespace {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * datetime_internal.h - calendar helpers and the field placer shared by the date-time files of the
  * conversion library (values and calendar, formatting, parsing, ODBC text). Not exported.
@@ -7,7 +8,7 @@
 
 #include <stdint.h>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 /* Internal to the library: kept out of the shared library's exported names. */
 #define CONV_DT_INTERNAL __attribute__((visibility("hidden")))

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Double to text in the scientific, fixed and general styles, with a caller-chosen
 // decimal-point character and a shortened exponent.
 #include <cfloat>
@@ -5,7 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

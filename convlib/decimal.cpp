@@ -1,9 +1,10 @@
+/* SPDX-License-Identifier: MIT */
 // Decimal values: number text to packed binary-coded decimals and packed or unpacked decimals back
 // to text.
 #include <cstdint>
 #include <cstring>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,10 +1,11 @@
+/* SPDX-License-Identifier: MIT */
 // Decimal values and the binary number types: every conversion goes through the value's text.
 #include <cfloat>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * dtformat.cpp - date-time formatting: a CONV_DateTime written as text under the library's
  * date-time format language, the placing of one field (width, flag, cutting) and the measuring of
@@ -8,7 +9,7 @@
 
 #include <charconv>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "convlib/convlib_internal.h"
 #include "convlib/datetime_internal.h"
 

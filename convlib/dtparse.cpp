@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * dtparse.cpp - date-time parsing: source text read into a CONV_DateTime under a format of the
  * library's date-time format language, with the names of the caller or the defaults, the
@@ -8,10 +9,10 @@
 #include <stdlib.h>
 #include <string.h>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "convlib/convlib_internal.h"
 #include "convlib/datetime_internal.h"
-#include "memmgr.h"
+#include <nlssupport/memmgr.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Readers shared by the date-time formatter and parser: the "%" field reader of the format
 // language with its digit reader, and the readers of a name or a number from source text.
 #include <climits>
@@ -5,7 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "convlib/convlib_internal.h"
 
 namespace {

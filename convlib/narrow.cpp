@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Numeric narrowing: moves a double, a signed or an unsigned 32-bit integer into a narrower or
 // differently signed type and reports whether the value fitted.
 #include <cmath>
@@ -5,7 +6,7 @@
 #include <limits>
 #include <type_traits>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Integer and floating text conversions: decimal number text with a caller-chosen decimal-point
 // character to and from the signed and unsigned integer types, double and float.
 #include <cctype>
@@ -9,7 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,10 +1,11 @@
+/* SPDX-License-Identifier: MIT */
 // Number text checking and normalising: the syntax check of decimal number text under the
 // number-syntax flags, and the fitting of number text into a caller's buffer.
 #include <cctype>
 #include <cstdint>
 #include <cstring>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

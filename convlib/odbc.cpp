@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * odbc.cpp - a CONV_DateTime in the fixed ODBC text forms: timestamp "yyyy-mm-dd
  * hh:mm:ss.fffffffff", time "hh:mm:ss" and date "yyyy-mm-dd". A target that holds the whole form
@@ -7,7 +8,7 @@
 #include <stdint.h>
 #include <string.h>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "convlib/datetime_internal.h"
 
 namespace {

@@ -1,9 +1,10 @@
+/* SPDX-License-Identifier: MIT */
 // The self-describing packed decimal: a precision byte, a signed scale byte, then packed digits
 // with the sign in the last low nibble. Written from number text and back.
 #include <cstdint>
 #include <cstring>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,7 +1,8 @@
+/* SPDX-License-Identifier: MIT */
 // Status messages of the conversion library: the SQLSTATE and text of every status code.
 #include <cstdint>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,9 +1,10 @@
+/* SPDX-License-Identifier: MIT */
 // Trimming of byte strings: blanks stripped in place from NUL-terminated strings, trimmed lengths
 // of counted buffers, and the bytes taken by a number of UTF-8 characters.
 #include <cstdint>
 #include <cstring>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,7 +1,8 @@
+/* SPDX-License-Identifier: MIT */
 // UTF-8 encoding of wide characters (32-bit code points and 16-bit units) into caller buffers.
 #include <cstdint>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * errquery.cpp - error stack queries: counting, retrieval, search and removal.
  *
@@ -9,7 +10,7 @@
 
 #include <cstdint>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "errlib/errstack_internal.h"
 
 namespace {

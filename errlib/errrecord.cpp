@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * errrecord.cpp - error records: creation and release, field access by id, clearing and copying.
  */
@@ -6,9 +7,9 @@
 #include <cstring>
 #include <ctime>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "errlib/errstack_internal.h"
-#include "memmgr.h"
+#include <nlssupport/memmgr.h>
 
 namespace {
 

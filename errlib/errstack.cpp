@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * errstack.cpp - error stacks: creation, destruction and the two push operations.
  */
@@ -6,9 +7,9 @@
 #include <cstring>
 #include <ctime>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "errlib/errstack_internal.h"
-#include "memmgr.h"
+#include <nlssupport/memmgr.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * errstack_internal.h - the error stack's layout and the helpers shared by the error library's
  * files. Not installed; the public interface is include/errlib.h.
@@ -8,7 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 
 /*
  * An error stack. Slots 0 .. count - 1 hold the heap records, oldest first; slots from count on

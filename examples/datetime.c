@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * datetime.c - formatting and parsing date-times, with day, month and era names.
  *
@@ -19,7 +20,7 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 static int failures = 0;
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * errstack.c - error stacks and the reserved memory-error record.
  *
@@ -19,8 +20,8 @@
 #include <stdlib.h>
 #include <sys/resource.h>
 
-#include "errlib.h"
-#include "memmgr.h"
+#include <nlssupport/errlib.h>
+#include <nlssupport/memmgr.h>
 
 /*
  * How the allocation failure is made real.

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * like.c - SQL-LIKE pattern matching.
  *
@@ -14,7 +15,7 @@
  */
 #include <stdio.h>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 
 static int failures = 0;
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * numbers.c - number text, doubles and decimal values.
  *
@@ -17,7 +18,7 @@
 #include <inttypes.h>
 #include <stdio.h>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 static int failures = 0;
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * odbc.c - ODBC timestamp, time and date text.
  *
@@ -17,7 +18,7 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 static int failures = 0;
 

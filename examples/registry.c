@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * registry.c - character-set names, MIBenums and the code page of the current locale.
  *
@@ -18,9 +19,9 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "errlib.h"
-#include "ianacs.h"
-#include "koranls.h"
+#include <nlssupport/errlib.h>
+#include <nlssupport/ianacs.h>
+#include <nlssupport/koranls.h>
 
 static int failures = 0;
 

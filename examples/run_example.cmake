@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # cmake -DPROGRAM=<exe> -DEXPECTED=<file> -DACTUAL=<file> -P run_example.cmake
 # Runs an example program, fails when it exits with a non-zero status, and compares its standard
 # output byte for byte with the expected file, printing a diff when they differ.

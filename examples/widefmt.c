@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * widefmt.c - wide text and the library's bounded formatter.
  *
@@ -18,8 +19,8 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "convlib.h"
-#include "glib.h"
+#include <nlssupport/convlib.h>
+#include <nlssupport/glib.h>
 
 static int failures = 0;
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Fuzzes CONV_StringToBinary (hexadecimal text to bytes) and writes what it read back with
 // CONV_BinaryToString. Input: 2 bytes capacity (little-endian, below 600), then the text (cut at
 // its first 0 byte). The output has exactly the capacity given, so the address checks catch any
@@ -8,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

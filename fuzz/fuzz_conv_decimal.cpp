@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Fuzzes CONV_StringToDecimal (text into a packed decimal of a given size) and
 // CONV_DecimalToString (packed or unpacked bytes back to text).
 // Input: byte 0 mode (bit 0: 0 text to decimal, 1 decimal bytes to text), then
@@ -12,7 +13,7 @@
 #include <memory>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

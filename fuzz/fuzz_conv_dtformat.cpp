@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Fuzzes CONV_DateTimeToString and CONV_CalcDateTimeLength with fuzzed formats, records and
 // names. Input: 2 bytes target size (little-endian, taken as -5..1094), 1 byte names seed (0: no
 // names), the record (day, month, 2 bytes year, day of week, second, minute, hour, 4 bytes
@@ -11,7 +12,7 @@
 #include <memory>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "fuzz_dt_names.h"
 
 namespace {

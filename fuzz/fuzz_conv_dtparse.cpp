@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Fuzzes CONV_StringToDateTime with fuzzed sources, formats and names.
 // Input: 1 byte names seed (0: no names), 1 byte fraction base (signed, 0x80 unset), 4 bytes
 // century base (little-endian), then the source, a 0 byte, and the format. The status must be one
@@ -7,7 +8,7 @@
 #include <cstring>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "fuzz_dt_names.h"
 
 namespace {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Fuzzes CONV_IsNumber and the text-to-number routines CONV_StringToInt32 .. CONV_StringToFloat.
 // Input: 2 bytes number-syntax flags (little-endian), 1 byte decimal-point character, then the
 // text (cut at its first 0 byte). Each routine must return one of its documented statuses, and a
@@ -7,7 +8,7 @@
 #include <cstring>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

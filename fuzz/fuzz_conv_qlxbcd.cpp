@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Fuzzes CONV_StringToQLXBCD and reads every value it writes back with CONV_QLXBCDToString.
 // Input: the text (cut at its first 0 byte). The output gets exactly the room the caller is told
 // to give, 3 + (digits + 1) / 2 bytes (digits: the digit characters of the text), and the text
@@ -10,7 +11,7 @@
 #include <memory>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

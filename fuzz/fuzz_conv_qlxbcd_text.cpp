@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Fuzzes CONV_QLXBCDToString with arbitrary bytes in the self-describing layout.
 // Input: the value bytes. The value buffer holds exactly the bytes the header says the value has
 // (2 + precision / 2 + 1, missing ones 0), and the text buffer exactly the room the caller is told
@@ -8,7 +9,7 @@
 #include <cstring>
 #include <memory>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size < 2) {

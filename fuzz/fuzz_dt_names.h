@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Names records for the date-time targets: none, or 45 slots filled from a small pool (null,
 // empty, short, long and very long texts) by a seed byte.
 #ifndef NLS_FUZZ_DT_NAMES_H
@@ -5,7 +6,7 @@
 
 #include <cstdint>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace dtnames {
 

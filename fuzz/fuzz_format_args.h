@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Argument supply for the formatter targets. The format written by the fuzzer is first read with
 // the formatter's own grammar to learn which argument each conversion and each '*' takes (int,
 // unsigned int, double, narrow string, wide string); the call is then made with exactly those
@@ -13,7 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 
 namespace fuzzargs {
 

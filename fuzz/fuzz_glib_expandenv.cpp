@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Fuzzes GLIB_ExpandEnvStrings and compares its result with a direct expansion of every
 // '${NAME}' (names shorter than 63 characters looked up, longer ones and unset ones giving
 // nothing, an unclosed '${' kept as text). A few variables, among them an empty and a long one,
@@ -7,9 +8,9 @@
 #include <cstring>
 #include <string>
 
-#include "errlib.h"
-#include "glib.h"
-#include "memmgr.h"
+#include <nlssupport/errlib.h>
+#include <nlssupport/glib.h>
+#include <nlssupport/memmgr.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Fuzzes the narrow formatter GLIB_snprintf / GLIB_vsnprintf.
 // Input: 2 bytes output size (little-endian, below 600), 4 argument selectors, then the format.
 // The output buffer has exactly size + 1 bytes (the room the formatter asks for), so the address
@@ -8,7 +9,7 @@
 #include <memory>
 
 #include "fuzz_format_args.h"
-#include "glib.h"
+#include <nlssupport/glib.h>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size < 6) {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Fuzzes the pattern matchers GLIB_ValueMatchesPattern, GLIB_ValueMatchesPatternW and
 // GLIB_ValueMatchesPatternEx, and compares each answer with a straightforward dynamic-programming
 // matcher over the same tokens (any-run, any-one, escaped or plain literal, lone final escape).
@@ -11,7 +12,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 
 namespace {
 

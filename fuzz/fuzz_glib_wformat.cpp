@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Fuzzes the wide formatter GLIB_swprintf / GLIB_vswprintf.
 // Input: 2 bytes output size in units (little-endian, below 600), 4 argument selectors, then the
 // format: each byte is one unit, except a byte 0xFF which takes the next two bytes as one unit
@@ -9,7 +10,7 @@
 #include <vector>
 
 #include "fuzz_format_args.h"
-#include "glib.h"
+#include <nlssupport/glib.h>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size < 6) {

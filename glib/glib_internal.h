@@ -1,10 +1,11 @@
+/* SPDX-License-Identifier: MIT */
 // glib_internal.h - helpers shared by the general library's source files.
 #ifndef GLIB_GLIB_INTERNAL_H
 #define GLIB_GLIB_INTERNAL_H
 
 #include <cstdint>
 
-#include "include/glib.h"
+#include <nlssupport/glib.h>
 
 namespace glib {
 

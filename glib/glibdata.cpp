@@ -1,6 +1,7 @@
+/* SPDX-License-Identifier: MIT */
 // glibdata.cpp - constant data of the general library.
 
-#include "include/glib.h"
+#include <nlssupport/glib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,12 +1,13 @@
+/* SPDX-License-Identifier: MIT */
 // glibenv.cpp - expansion of '${NAME}' environment references and copies of environment values,
 // both allocated through the checked allocator.
 
 #include <cstdlib>
 #include <cstring>
 
-#include "include/errlib.h"
-#include "include/glib.h"
-#include "include/memmgr.h"
+#include <nlssupport/errlib.h>
+#include <nlssupport/glib.h>
+#include <nlssupport/memmgr.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

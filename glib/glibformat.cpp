@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // glibformat.cpp - the library's bounded formatter: one character-driven state machine shared by
 // the narrow (byte) and the wide (16-bit unit) engines.
 
@@ -8,8 +9,8 @@
 #include <type_traits>
 
 #include "glib/glib_internal.h"
-#include "include/convlib.h"
-#include "include/glib.h"
+#include <nlssupport/convlib.h>
+#include <nlssupport/glib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,10 +1,11 @@
+/* SPDX-License-Identifier: MIT */
 // glibmatch.cpp - SQL-LIKE pattern matching of whole values: any-run, any-one and escape
 // wildcards, narrow and wide, with an iterative matcher that keeps a single resume point.
 
 #include <cctype>
 #include <cstring>
 
-#include "include/glib.h"
+#include <nlssupport/glib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // glibstring.cpp - trimming and blank handling of narrow strings, digit tests and a decimal
 // parse.
 
@@ -6,7 +7,7 @@
 #include <cstring>
 
 #include "glib/glib_internal.h"
-#include "include/glib.h"
+#include <nlssupport/glib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

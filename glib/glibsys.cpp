@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // glibsys.cpp - directory paths, time-stamp text and the seedable pseudo-random generator.
 
 #include <sys/stat.h>
@@ -6,7 +7,7 @@
 #include <cstring>
 #include <ctime>
 
-#include "include/glib.h"
+#include <nlssupport/glib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // glibwide.cpp - wide-character strings of 16-bit units, narrow-to-wide copies and ASCII case
 // changers.
 
@@ -5,7 +6,7 @@
 #include <cstdlib>
 
 #include "glib/glib_internal.h"
-#include "include/glib.h"
+#include <nlssupport/glib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

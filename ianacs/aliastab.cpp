@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * aliastab.cpp - the IANA alias table.
  *
@@ -13,7 +14,7 @@
  */
 #include <iterator>
 
-#include "ianacs.h"
+#include <nlssupport/ianacs.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

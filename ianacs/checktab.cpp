@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * checktab.cpp - order checks of the name tables.
  *
@@ -10,7 +11,7 @@
 #include <cstdio>
 #include <iterator>
 
-#include "ianacs.h"
+#include <nlssupport/ianacs.h>
 #include "ianacs/tabcheck.h"
 
 namespace {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * infotab.cpp - the IANA information table.
  *
@@ -9,7 +10,7 @@
  */
 #include <iterator>
 
-#include "ianacs.h"
+#include <nlssupport/ianacs.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * lookup.cpp - name and MIBenum lookups over the registry tables.
  *
@@ -16,7 +17,7 @@
 #include <cstdlib>
 #include <iterator>
 
-#include "ianacs.h"
+#include <nlssupport/ianacs.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * osaliastab.cpp - the operating-system code-set table.
  *
@@ -7,7 +8,7 @@
  */
 #include <iterator>
 
-#include "ianacs.h"
+#include <nlssupport/ianacs.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

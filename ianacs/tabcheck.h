@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * tabcheck.h - order checking of a name table (module-internal).
  */
@@ -7,7 +8,7 @@
 #include <cstddef>
 #include <cstdio>
 
-#include "ianacs.h"
+#include <nlssupport/ianacs.h>
 
 namespace ianacs {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * mmflat.cpp - the checked allocator: the system allocator, with every failure reported on the
  * caller's error stack. Keeps no state of its own.
@@ -8,8 +9,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "errlib.h"
-#include "memmgr.h"
+#include <nlssupport/errlib.h>
+#include <nlssupport/memmgr.h>
 
 namespace {
 

@@ -1,15 +1,16 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * koranls.cpp - code-page services: the code set of the current locale, as the operating system
  * names it and as its preferred IANA name.
  */
-#include "koranls.h"
+#include <nlssupport/koranls.h>
 
 #include <langinfo.h>
 
 #include <cstring>
 
-#include "errlib.h"
-#include "ianacs.h"
+#include <nlssupport/errlib.h>
+#include <nlssupport/ianacs.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

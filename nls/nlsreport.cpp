@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * nlsreport.cpp - the nlsreport command.
  *
@@ -11,8 +12,8 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "ianacs.h"
-#include "koranls.h"
+#include <nlssupport/ianacs.h>
+#include <nlssupport/koranls.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the benchmarks in Release (build/bench), generates the locales of the whole-process
 # comparison (build/bench/locales, used through LOCPATH), runs every benchmark with repetitions
 # and writes the result table into docs/performance.md. Takes a few minutes; the first run also

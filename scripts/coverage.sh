@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Line and branch coverage of the library by the test suite.
 #   1. configures build/coverage with -DNLS_COVERAGE=ON (--coverage -O0 everywhere),
 #   2. builds it and runs every CTest entry except the valgrind ones (valgrind adds nothing to

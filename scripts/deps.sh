@@ -1,4 +1,5 @@
 # Sourced by the build scripts: makes sure the Debian packages a script needs are installed.
+# SPDX-License-Identifier: MIT
 # As root it installs what is missing; otherwise it names the missing packages and fails.
 
 # nls_require_packages <package>...

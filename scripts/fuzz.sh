@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the libFuzzer targets (fuzz/fuzz_*.cpp) with clang in build/fuzz and runs each one for a
 # bounded time, one after the other, on a scratch copy of its seed corpus (fuzz/corpus/<target>/
 # is never written). Prints one summary line per target and exits non-zero when a target finds

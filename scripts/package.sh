@@ -1,24 +1,32 @@
 #!/usr/bin/env bash
-# Builds the Debian packages libnlssupport1, libnlssupport-dev and nlsreport with CPack's DEB
-# generator: configures a Release tree with the /usr prefix in build/package, builds it and
-# writes the .deb files into build/package/debs (or into the directory given as argument).
+# SPDX-License-Identifier: MIT
+# Builds the Debian packages of debian/ (libnlssupport1, libnlssupport-dev, nlsreport and their
+# -dbgsym packages) with dpkg-buildpackage -us -uc -b. The build runs in a copy of the source
+# tree under build/package (or NLS_PACKAGE_TREE), so that nothing is written outside the
+# checkout; the .deb files, the .changes and the .buildinfo file land in build/package/debs (or
+# in the directory given as argument).
 # Usage: scripts/package.sh [output directory]
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 . "$root/scripts/deps.sh"
-nls_require_packages cmake make g++ dpkg-dev file || exit 1
+nls_require_packages cmake make g++ dpkg-dev debhelper fakeroot file || exit 1
 
 out=${1:-$root/build/package/debs}
-tree=${NLS_PACKAGE_TREE:-$root/build/package}
-jobs=$(nproc 2>/dev/null || echo 2)
+work=${NLS_PACKAGE_TREE:-$root/build/package}
+version=$(dpkg-parsechangelog -l "$root/debian/changelog" -S Version)
+src=$work/nlssupport-${version%-*}
 
-cmake -S "$root" -B "$tree" -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
-    -DNLS_BUILD_TESTS=OFF >/dev/null
-cmake --build "$tree" -j "$jobs" >/dev/null
-mkdir -p "$out"
+rm -rf "$src" "$work"/*.deb "$work"/*.changes "$work"/*.buildinfo
+mkdir -p "$src" "$out"
 out=$(cd "$out" && pwd)
-rm -f "$out"/*.deb
-(cd "$tree" && cpack -G DEB -B "$out/cpack" >/dev/null)
-mv "$out"/cpack/*.deb "$out"/
-rm -rf "$out/cpack"
+# The copy: everything but build trees and version-control data.
+(cd "$root" && tar --exclude=./build --exclude=./.git --exclude=./out -cf - .) | tar -xf - -C "$src"
+if ! (cd "$src" && dpkg-buildpackage -us -uc -b) >"$work/dpkg-buildpackage.log" 2>&1; then
+    tail -n 60 "$work/dpkg-buildpackage.log" >&2
+    echo "dpkg-buildpackage failed; the whole log is $work/dpkg-buildpackage.log" >&2
+    exit 1
+fi
+rm -f "$out"/*.deb "$out"/*.changes "$out"/*.buildinfo
+mv "$work"/*.deb "$work"/*.changes "$work"/*.buildinfo "$out"/
+rm -rf "$src"
 ls -1 "$out"/*.deb

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds nlsreport and runs it on a few locales. Locales that the machine lacks are generated
 # with localedef into build/run/locales (LOCPATH), so no root is needed for them.
 # Usage: scripts/run.sh [locale]...   (default: a sample of locales and one invalid name)

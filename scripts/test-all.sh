@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Configures, builds and runs every test in three configurations, then smoke-runs the fuzzers:
 #   x86_64   native build
 #   i386     32-bit build (-m32), GoogleTest compiled for -m32 from Debian's googletest sources

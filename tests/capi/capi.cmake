@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The C view of the library: a strict C11 program linked against the shared library, and the
 # public headers compiled as C++.
 add_executable(capi_test ${CMAKE_CURRENT_LIST_DIR}/capi_test.c ${CMAKE_CURRENT_LIST_DIR}/headers.cpp)

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * The public headers seen from a C11 program linked against the shared library: every header
  * compiles as strict C, and a few calls through each module prove that the prefixed names are
@@ -7,12 +8,14 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "convlib.h"
-#include "errlib.h"
-#include "glib.h"
-#include "ianacs.h"
-#include "koranls.h"
-#include "memmgr.h"
+#include <nlssupport/convlib.h>
+#include <nlssupport/errlib.h>
+#include <nlssupport/glib.h>
+#include <nlssupport/ianacs.h>
+#include <nlssupport/koranls.h>
+#include <nlssupport/memmgr.h>
+#include <nlssupport/nlssupport.h>
+#include <nlssupport/version.h>
 
 static int g_failed;
 static int g_passed;
@@ -26,6 +29,17 @@ static int g_passed;
             fprintf(stderr, "%s:%d: check failed: %s\n", __FILE__, __LINE__, #cond); \
         }                                                                           \
     } while (0)
+
+static void test_version(void)
+{
+    char expected[32];
+
+    snprintf(expected, sizeof expected, "%d.%d.%d", NLSSUPPORT_VERSION_MAJOR,
+             NLSSUPPORT_VERSION_MINOR, NLSSUPPORT_VERSION_PATCH);
+    CHECK(strcmp(NLSSUPPORT_VERSION_STRING, expected) == 0);
+    CHECK(strcmp(NLSSUPPORT_GetVersion(), NLSSUPPORT_VERSION_STRING) == 0);
+    CHECK(strcmp(NLSSUPPORT_GetVersion(), "1.1.0") == 0);
+}
 
 static void test_error_stack(void)
 {
@@ -92,6 +106,7 @@ static void test_conversions(void)
 
 int main(void)
 {
+    test_version();
     test_error_stack();
     test_checked_allocator();
     test_registry_and_code_page();

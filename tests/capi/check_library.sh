@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Checks the built shared library as a linker and a user see it:
 #   - its SONAME is libnlssupport.so.1;
 #   - every dynamic symbol it defines carries one of the module prefixes (apart from the version
@@ -18,12 +19,20 @@ if [ "$soname" != "libnlssupport.so.1" ]; then
 fi
 
 stray=$(nm -D --defined-only "$lib" | awk '{print $3}' | sed 's/@.*//' |
-        grep -vE '^(ERRLIB_|MMFLAT_|IANACS_|IANACSOS_|gIANACS_|gIANACSOS_|KORANLS_|GLIB_|gGLIB_|CONV_|gCONV_|LIBNLSSUPPORT_1$)')
+        grep -vE '^(ERRLIB_|MMFLAT_|IANACS_|IANACSOS_|gIANACS_|gIANACSOS_|KORANLS_|GLIB_|gGLIB_|CONV_|gCONV_|NLSSUPPORT_|LIBNLSSUPPORT_1$|LIBNLSSUPPORT_1\.1$)')
 if [ -n "$stray" ]; then
     echo "symbols exported without a module prefix:"
     echo "$stray"
     fail=1
 fi
+
+# Names keep the version node of the release that added them.
+for expected in CONV_StringToInt32@@LIBNLSSUPPORT_1 NLSSUPPORT_GetVersion@@LIBNLSSUPPORT_1.1; do
+    if ! nm -D --defined-only "$lib" | awk '{print $3}' | grep -qxF "$expected"; then
+        echo "symbol $expected not exported under that version node"
+        fail=1
+    fi
+done
 
 idents=$(strings -a "$lib" | grep '^@(#)')
 for file in "$src"/errlib/*.cpp "$src"/memmgr/*.cpp "$src"/ianacs/*.cpp "$src"/nls/*.cpp \

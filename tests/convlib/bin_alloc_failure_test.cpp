@@ -1,10 +1,11 @@
+/* SPDX-License-Identifier: MIT */
 // Binary text with overlapping buffers when the temporary copy cannot be allocated.
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <cstring>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "support/alloc_interpose.h"
 
 namespace {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Binary text: hexadecimal text to bytes and bytes to hexadecimal text.
 #include <gtest/gtest.h>
 
@@ -8,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Conversion library core: status messages, narrowing, number text, integer and floating text,
 # trimming and UTF-8.
 nls_add_gtest(convlib_core_test

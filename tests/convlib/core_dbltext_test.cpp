@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Double to text in the scientific, fixed and general styles.
 #include <gtest/gtest.h>
 
@@ -9,7 +10,7 @@
 #include <limits>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // The date-time field reader and the source scanners, reached through the module's internal
 // header.
 #include <gtest/gtest.h>
@@ -8,7 +9,7 @@
 #include <cstring>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "convlib/convlib_internal.h"
 
 namespace {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Numeric narrowing: bounds, their neighbours one ulp inside and outside, truncation toward
 // zero, NaN and untouched targets on overflow.
 #include <gtest/gtest.h>
@@ -8,7 +9,7 @@
 #include <cstring>
 #include <limits>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Text to integer, double and float, and 32-bit integers to text.
 #include <gtest/gtest.h>
 
@@ -11,7 +12,7 @@
 #include <limits>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

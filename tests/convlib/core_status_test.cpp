@@ -1,10 +1,11 @@
+/* SPDX-License-Identifier: MIT */
 // Status codes and their messages.
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Trimming of byte strings and trimmed lengths.
 #include <gtest/gtest.h>
 
@@ -5,7 +6,7 @@
 #include <cstring>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // UTF-8 encoding of code points and wide strings.
 #include <gtest/gtest.h>
 
@@ -6,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Failure paths of the conversion library that the feature tests leave unexercised (found with
 # scripts/coverage.sh).
 nls_add_gtest(convlib_coverage_test

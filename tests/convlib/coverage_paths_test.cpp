@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Paths of the conversion library not reached by the feature tests: a non-digit in a low nibble
 // of unchecked decimal text, a packed nibble above 9 read as a float, a NUL decimal-point
 // character, unsigned text that is no number or whose exponent overflows, and date-time fields
@@ -6,7 +7,7 @@
 
 #include <cstring>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

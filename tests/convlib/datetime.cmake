@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Date-time values, formatting, parsing and ODBC text.
 nls_add_gtest(convlib_datetime_test
               SOURCES ${CMAKE_CURRENT_LIST_DIR}/dt_calendar_test.cpp

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Decimal values and the binary number types.
 #include <gtest/gtest.h>
 
@@ -10,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // The self-describing packed decimal: precision byte, signed scale byte, packed digits and sign.
 #include <gtest/gtest.h>
 
@@ -6,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

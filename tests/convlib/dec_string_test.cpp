@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Number text to packed decimals and decimals back to text.
 #include <gtest/gtest.h>
 
@@ -6,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

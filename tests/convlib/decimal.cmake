@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Decimal values: number text to packed decimals and back, decimals and the binary number types,
 # and the self-describing packed layout.
 nls_add_gtest(convlib_decimal_test

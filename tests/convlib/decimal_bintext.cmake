@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Binary text: byte strings to and from hexadecimal text.
 nls_add_gtest(convlib_bintext_test
               SOURCES ${CMAKE_CURRENT_LIST_DIR}/bin_text_test.cpp

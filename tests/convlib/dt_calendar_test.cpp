@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Date-time values and the calendar: default tables, the validity check, the day of the week and
 // the era calendar.
 #include <gtest/gtest.h>
@@ -5,7 +6,7 @@
 #include <string.h>
 #include <time.h>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "convlib/datetime_internal.h"
 #include "dt_test_util.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Date-time formatting: the format language, every letter with flags, widths and precision, the
 // placing of a field when the room runs out, the record lying inside the target, and the
 // measuring of a format.
@@ -7,7 +8,7 @@
 #include <new>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "convlib/datetime_internal.h"
 #include "dt_test_util.h"
 

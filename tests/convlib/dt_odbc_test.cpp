@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // ODBC date, time and timestamp text: the unchecked fast path, the fraction digits for every
 // base, the formatter's slow path at every smaller target size, and the record inside the target.
 #include <gtest/gtest.h>
@@ -5,7 +6,7 @@
 #include <new>
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "dt_test_util.h"
 
 namespace {

@@ -1,10 +1,11 @@
+/* SPDX-License-Identifier: MIT */
 // Date-time parsing under a failing system allocator: the copy of a source that lies inside the
 // record is the only allocation, a failure is reported as CONV_ERR_MEMORY with nothing read, and
 // the copy is released on every way out.
 #include <gtest/gtest.h>
 #include <string.h>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "dt_test_util.h"
 #include "support/alloc_interpose.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Date-time parsing: every letter, the rescan rule, the meridiem rules, eras and SYEAR, the end
 // checks and statuses, a source lying inside the record, and the round trip through the
 // formatter.
@@ -9,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 #include "convlib/datetime_internal.h"
 #include "dt_test_util.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Helpers shared by the date-time tests: records, names records and sentinel-filled buffers.
 #ifndef NLS_TESTS_CONVLIB_DT_TEST_UTIL_H
 #define NLS_TESTS_CONVLIB_DT_TEST_UTIL_H
@@ -7,7 +8,7 @@
 
 #include <string>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace dt_test {
 

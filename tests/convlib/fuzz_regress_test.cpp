@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Inputs found by the fuzz targets of the conversion library, with the results they must give.
 #include <gtest/gtest.h>
 
@@ -6,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-#include "convlib.h"
+#include <nlssupport/convlib.h>
 
 namespace {
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Builds the HTML reference of the public headers with Doxygen; any warning (an undocumented
 # function, record field, constant or parameter, a broken reference) fails the test. The
 # reference does not depend on the configuration: the test runs in the native one only.
@@ -9,4 +10,4 @@ endif()
 # The C samples of README.md compile against the public headers (every configuration).
 add_test(NAME Docs.ReadmeSamplesCompileAsC11
          COMMAND ${CMAKE_CURRENT_LIST_DIR}/readme_samples_test.sh ${PROJECT_SOURCE_DIR}
-                 ${CMAKE_C_COMPILER} "${NLS_CONSUMER_FLAGS}")
+                 ${NLS_VERSION_INCLUDE_DIR} ${CMAKE_C_COMPILER} "${NLS_CONSUMER_FLAGS}")

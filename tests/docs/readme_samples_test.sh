@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Compiles every C sample of README.md (the ```c blocks) as a C11 translation unit against the
 # public headers, warnings as errors, so that the tour never shows code that does not build.
-# Usage: readme_samples_test.sh <source dir> <C compiler> [flags]
+# Usage: readme_samples_test.sh <source dir> <generated include dir> <C compiler> [flags]
 set -euo pipefail
 src=$1
-cc=$2
-flags=${3:-}
+generated=$2
+cc=$3
+flags=${4:-}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
@@ -21,7 +23,7 @@ if [ "$count" -lt 5 ]; then
 fi
 for sample in "$work"/sample*.c; do
     # shellcheck disable=SC2086
-    "$cc" -std=c11 -Wall -Wextra -Werror -pedantic $flags -I"$src/include" -c "$sample" \
+    "$cc" -std=c11 -Wall -Wextra -Werror -pedantic $flags -I"$src/include" -I"$generated" -c "$sample" \
         -o "${sample%.c}.o" || { echo "README sample does not compile:"; cat -n "$sample"; exit 1; }
 done
 echo "$count README samples compile"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The error library's tests: records and stacks, record access and stack queries, and the
 # allocation failures of every allocation site (with the failing allocator; not under the
 # sanitizers, which own malloc).

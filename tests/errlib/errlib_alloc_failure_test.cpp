@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Every allocation site of the error library made to fail for real (the failing allocator of
 // tests/support replaces malloc, calloc, realloc and free in this executable): nothing crashes,
 // nothing leaks, and the recorded errors are exactly the allocator's.
@@ -7,10 +8,10 @@
 #include <functional>
 #include <string>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "errlib/errlib_test_util.h"
 #include "errlib/errstack_internal.h"
-#include "memmgr.h"
+#include <nlssupport/memmgr.h>
 #include "support/alloc_interpose.h"
 
 namespace {

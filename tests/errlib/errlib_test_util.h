@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Helpers shared by the error library's tests.
 #ifndef NLS_TESTS_ERRLIB_ERRLIB_TEST_UTIL_H
 #define NLS_TESTS_ERRLIB_ERRLIB_TEST_UTIL_H
@@ -7,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "errlib/errstack_internal.h"
 
 namespace errlib_test {

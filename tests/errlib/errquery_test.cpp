@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Error stack queries: counting, retrieval, search and removal.
 #include <gtest/gtest.h>
 
@@ -5,7 +6,7 @@
 #include <ostream>
 #include <string>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "errlib/errlib_test_util.h"
 #include "errlib/errstack_internal.h"
 

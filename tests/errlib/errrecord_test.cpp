@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Error records: field access by id, SetChar, Clear and Copy.
 #include <gtest/gtest.h>
 
@@ -5,7 +6,7 @@
 #include <cstring>
 #include <string>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "errlib/errlib_test_util.h"
 #include "errlib/errstack_internal.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Error stacks: creation, destruction, the two push operations, record creation and release.
 #include <gtest/gtest.h>
 
@@ -7,7 +8,7 @@
 #include <ostream>
 #include <string>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "errlib/errlib_test_util.h"
 #include "errlib/errstack_internal.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Allocation failures of the environment functions, with a system allocator made to fail.
 
 #include <gtest/gtest.h>
@@ -6,9 +7,9 @@
 #include <cstring>
 #include <string>
 
-#include "errlib.h"
-#include "glib.h"
-#include "memmgr.h"
+#include <nlssupport/errlib.h>
+#include <nlssupport/glib.h>
+#include <nlssupport/memmgr.h>
 #include "support/alloc_interpose.h"
 
 namespace {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Formatting a wide string that does not fit: the padding before it, the string itself and the
 // padding behind it each end the call with -1 and a terminator behind what fits.
 #include <gtest/gtest.h>
@@ -5,7 +6,7 @@
 #include <cstddef>
 #include <string>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 
 namespace {
 

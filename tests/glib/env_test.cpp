@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Expansion of '${NAME}' references and copies of environment values.
 
 #include <gtest/gtest.h>
@@ -5,9 +6,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "errlib.h"
-#include "glib.h"
-#include "memmgr.h"
+#include <nlssupport/errlib.h>
+#include <nlssupport/glib.h>
+#include <nlssupport/memmgr.h>
 
 namespace {
 

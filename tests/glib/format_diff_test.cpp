@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Differential tests of the formatter against the C library's snprintf, and of the wide engine
 // against the narrow one, over generated formats and arguments.
 //
@@ -25,7 +26,7 @@
 #include <string>
 #include <vector>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 #include "glib/format_helpers.h"
 #include "glib/wide_helpers.h"
 

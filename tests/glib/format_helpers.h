@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // format_helpers.h - running the library's formatters over sentinel-filled buffers.
 #ifndef NLS_TESTS_GLIB_FORMAT_HELPERS_H
 #define NLS_TESTS_GLIB_FORMAT_HELPERS_H
@@ -7,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 
 namespace glibtest {
 

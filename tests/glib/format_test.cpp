@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // The narrow formatter: size and termination rules, escapes, flags, widths and precisions,
 // every conversion, invalid formats, and the places where it differs from the C library.
 
@@ -8,7 +9,7 @@
 #include <cstdio>
 #include <string>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 #include "glib/format_helpers.h"
 #include "glib/wide_helpers.h"
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // The wide formatter: the same engine over 16-bit units, with its own rules for strings and
 // characters of the other width.
 
@@ -7,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 #include "glib/format_helpers.h"
 #include "glib/wide_helpers.h"
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Tests of the general library.
 nls_add_gtest(glib_wide_test
               SOURCES ${CMAKE_CURRENT_LIST_DIR}/wide_test.cpp

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // SQL-LIKE pattern matching: edge cases, and every pattern and value up to length 5 over a small
 // alphabet compared with a straightforward recursive matcher.
 
@@ -8,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 #include "glib/wide_helpers.h"
 
 using glibtest::WidenAscii;

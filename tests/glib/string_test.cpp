@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Trimming, blank handling, digit tests and the decimal parse of narrow strings.
 
 #include <gtest/gtest.h>
@@ -7,7 +8,7 @@
 #include <cstring>
 #include <string>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 
 namespace {
 

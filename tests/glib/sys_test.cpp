@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Directory paths, time-stamp text and the seedable pseudo-random generator.
 
 #include <gtest/gtest.h>
@@ -13,7 +14,7 @@
 #include <fstream>
 #include <string>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 
 namespace {
 

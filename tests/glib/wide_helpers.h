@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // wide_helpers.h - building and reading wide strings of 16-bit units in the general library's
 // tests.
 #ifndef NLS_TESTS_GLIB_WIDE_HELPERS_H
@@ -7,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 
 namespace glibtest {
 

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Wide-character strings of 16-bit units, narrow-to-wide copies and ASCII case changers.
 
 #include <gtest/gtest.h>
@@ -8,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "glib.h"
+#include <nlssupport/glib.h>
 #include "glib/wide_helpers.h"
 
 using glibtest::U16;

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Order checks of the name tables.
 #include <gtest/gtest.h>
 
@@ -6,7 +7,7 @@
 #include <iterator>
 #include <string>
 
-#include "ianacs.h"
+#include <nlssupport/ianacs.h>
 #include "ianacs/tabcheck.h"
 
 namespace {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Name and MIBenum lookups of the registry.
 #include <gtest/gtest.h>
 
@@ -10,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ianacs.h"
+#include <nlssupport/ianacs.h>
 #include "registry_facts.h"
 
 namespace {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Facts about the registry shared by the registry tests.
 #ifndef TESTS_IANACS_REGISTRY_FACTS_H
 #define TESTS_IANACS_REGISTRY_FACTS_H

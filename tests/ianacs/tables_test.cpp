@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Contents and order of the three registry tables.
 #include <gtest/gtest.h>
 #include <strings.h>
@@ -13,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "ianacs.h"
+#include <nlssupport/ianacs.h>
 #include "registry_facts.h"
 
 namespace {

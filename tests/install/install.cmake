@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Installs the project into a temporary prefix and builds and runs consumers against it.
 set(NLS_CONSUMER_FLAGS "")
 if(NLS_M32)

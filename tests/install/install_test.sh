@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs the built project into a temporary prefix with cmake --install, checks the installed
 # layout, then builds and runs consumers outside the project against it: a C and a C++ program
 # through the CMake package (find_package(NlsSupport)), and a C program through pkg-config.

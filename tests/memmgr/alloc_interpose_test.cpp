@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Checks of the failing, counting allocator that the allocation-failure tests rely on.
 #include "support/alloc_interpose.h"
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The checked allocator's tests. The allocation-failure tests and the self-test of the failing
 # allocator they use replace malloc, so they are not built under the sanitizers, which own it.
 nls_add_gtest(memmgr_test

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // The checked allocator when the system allocator really fails (the failing allocator of
 // tests/support replaces malloc, calloc, realloc and free in this executable).
 #include <gtest/gtest.h>
@@ -7,10 +8,10 @@
 #include <cstring>
 #include <string>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "errlib/errlib_test_util.h"
 #include "errlib/errstack_internal.h"
-#include "memmgr.h"
+#include <nlssupport/memmgr.h>
 #include "support/alloc_interpose.h"
 
 namespace {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // The checked allocator with the system allocator as it is (failures are driven in
 // mmflat_alloc_failure_test.cpp).
 #include <gtest/gtest.h>
@@ -6,10 +7,10 @@
 #include <cstring>
 #include <string>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "errlib/errlib_test_util.h"
 #include "errlib/errstack_internal.h"
-#include "memmgr.h"
+#include <nlssupport/memmgr.h>
 
 namespace {
 

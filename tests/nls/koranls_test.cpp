@@ -1,5 +1,6 @@
+/* SPDX-License-Identifier: MIT */
 // Code-page services over real and synthetic locales.
-#include "koranls.h"
+#include <nlssupport/koranls.h>
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,7 @@
 #include <cstring>
 #include <string>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "test_locales.h"
 
 namespace {

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The code-page services and the nlsreport command. Both executables generate the locales they
 # need once per build tree (tests/nls-test-locales beside them) and point LOCPATH at them.
 nls_add_gtest(koranls_test

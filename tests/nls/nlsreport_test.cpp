@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // End-to-end tests of the nlsreport command: the built binary run on generated locales.
 #include <gtest/gtest.h>
 #include <poll.h>

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Generation of the test locales (see test_locales.h).
 #include "test_locales.h"
 

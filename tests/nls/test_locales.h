@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // Locales for the code-page tests, generated with localedef into a private directory that the
 // tests point LOCPATH at. Generation happens once per build tree: a locale already present is
 // reused, and concurrent test processes take turns through a lock file.

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * alloc_interpose.cpp - replaces malloc, calloc, realloc and free for a test executable.
  * See alloc_interpose.h for the usage.

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * alloc_interpose.h - a failing, counting system allocator for allocation-failure tests.
  *

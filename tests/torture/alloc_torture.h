@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // The allocation torture table: one row per scenario of a public routine that allocates. A row
 // lists, in order, every allocation the call makes (its plan) and says what a caller must see
 // when the call succeeds and when any one of those allocations fails. The generic driver in
@@ -12,8 +13,8 @@
 #include <ostream>
 #include <vector>
 
-#include "convlib.h"
-#include "errlib.h"
+#include <nlssupport/convlib.h>
+#include <nlssupport/errlib.h>
 
 namespace torture {
 

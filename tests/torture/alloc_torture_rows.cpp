@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // The allocation torture table: one row per scenario of every public routine that allocates.
 // Each row's plan lists the allocations of one call in order; its checks say what the caller sees
 // after a success and after a failure of each planned allocation.
@@ -7,11 +8,11 @@
 #include <cstring>
 #include <string>
 
-#include "convlib.h"
-#include "errlib.h"
+#include <nlssupport/convlib.h>
+#include <nlssupport/errlib.h>
 #include "errlib/errstack_internal.h"
-#include "glib.h"
-#include "memmgr.h"
+#include <nlssupport/glib.h>
+#include <nlssupport/memmgr.h>
 #include "torture/alloc_torture.h"
 
 namespace torture {

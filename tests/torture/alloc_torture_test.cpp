@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 // The generic allocation-torture driver. For every row of the table (alloc_torture_rows.cpp):
 //   1. one run without failure counts the call's allocations, which must be exactly its plan;
 //   2. for n = 1 .. N, a run with only the n-th allocation failing;
@@ -16,7 +17,7 @@
 #include <cstring>
 #include <string>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 #include "support/alloc_interpose.h"
 
 namespace {

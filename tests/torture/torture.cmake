@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Allocation torture: every allocating public routine is run once to count its allocations, then
 # once per allocation with that allocation failing (alone, from there on, and by its size), through
 # a failing system allocator (tests/support/alloc_interpose.cpp). The executable replaces malloc,

@@ -1,13 +1,15 @@
+/* SPDX-License-Identifier: MIT */
 /* A C11 consumer of an installed nlssupport: an error stack, a registry lookup and the library's
  * own formatter. Prints "consumer_c ok" and exits 0 when every answer is the documented one. */
 #include <stdint.h>
 #include <stdio.h>
 #include <string.h>
 
-#include <errlib.h>
-#include <glib.h>
-#include <ianacs.h>
-#include <memmgr.h>
+#include <nlssupport/errlib.h>
+#include <nlssupport/glib.h>
+#include <nlssupport/ianacs.h>
+#include <nlssupport/memmgr.h>
+#include <nlssupport/version.h>
 
 int main(void)
 {
@@ -30,6 +32,7 @@ int main(void)
     ok &= IANACS_GetMibEnum("ISO-8859-1", &mib) == 0 && mib == 4;
     ok &= GLIB_snprintf(text, sizeof text, "%s=%d", "mib", (int)mib) == 5;
     ok &= strcmp(text, "mib=4") == 0;
+    ok &= strcmp(NLSSUPPORT_GetVersion(), NLSSUPPORT_VERSION_STRING) == 0;
 
     puts(ok ? "consumer_c ok" : "consumer_c FAILED");
     return ok ? 0 : 1;

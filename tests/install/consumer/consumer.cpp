@@ -1,8 +1,9 @@
+/* SPDX-License-Identifier: MIT */
 // A C++ consumer of an installed nlssupport, linked with the static library: conversions and the
 // checked allocator. Prints "consumer_cpp ok" and exits 0 when every answer is the documented one.
-#include <convlib.h>
-#include <koranls.h>
-#include <memmgr.h>
+#include <nlssupport/convlib.h>
+#include <nlssupport/koranls.h>
+#include <nlssupport/memmgr.h>
 
 #include <cstdio>
 #include <cstring>

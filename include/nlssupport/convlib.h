@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /**
  * @file convlib.h
  * @brief The conversion library: text, integers, floating values, binary-coded decimals, byte

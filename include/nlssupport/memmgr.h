@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /**
  * @file memmgr.h
  * @brief The checked allocator.
@@ -19,7 +20,7 @@
 
 #include <stdint.h>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 
 #ifdef __cplusplus
 extern "C" {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /**
  * @file ianacs.h
  * @brief The character-set registry: IANA alias, information and OS code-set tables.

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /**
  * @file koranls.h
  * @brief Code-page services: the text encoding of the current process locale.
@@ -18,7 +19,7 @@
 
 #include <stdint.h>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 
 #ifdef __cplusplus
 extern "C" {

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /**
  * @file glib.h
  * @brief The general library: 16-bit wide strings, SQL-LIKE matching, a bounded formatter of its
@@ -27,7 +28,7 @@
 #include <sys/types.h>
 #include <time.h>
 
-#include "errlib.h"
+#include <nlssupport/errlib.h>
 
 #ifdef __cplusplus
 extern "C" {

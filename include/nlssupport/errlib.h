@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /**
  * @file errlib.h
  * @brief Error records and error stacks.
