@@ -16,7 +16,7 @@
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 . "$root/scripts/deps.sh"
-nls_require_packages cmake make g++ googletest libgtest-dev locales gcovr || exit 1
+nls_require_packages cmake make g++ googletest libgtest-dev locales gcovr libglib2.0-dev pkg-config || exit 1
 
 jobs=$(nproc 2>/dev/null || echo 2)
 dir="$root/build/coverage"

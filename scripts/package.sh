@@ -9,7 +9,7 @@
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 . "$root/scripts/deps.sh"
-nls_require_packages cmake make g++ dpkg-dev debhelper fakeroot file || exit 1
+nls_require_packages cmake make g++ dpkg-dev debhelper file || exit 1
 
 out=${1:-$root/build/package/debs}
 work=${NLS_PACKAGE_TREE:-$root/build/package}

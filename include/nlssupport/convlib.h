@@ -26,8 +26,8 @@
  *   the date-time parser (for a source inside its record) take a temporary copy through the
  *   checked allocator; a failed allocation is CONV_ERR_MEMORY. All functions are reentrant.
  */
-#ifndef CONVLIB_H
-#define CONVLIB_H
+#ifndef NLSSUPPORT_CONVLIB_H
+#define NLSSUPPORT_CONVLIB_H
 
 #include <stddef.h>
 #include <stdint.h>
@@ -1746,4 +1746,4 @@ uint32_t CONV_DateTimeToODBCDateString(char *target, const CONV_DateTime *record
 }
 #endif
 
-#endif /* CONVLIB_H */
+#endif /* NLSSUPPORT_CONVLIB_H */

@@ -21,8 +21,8 @@
  * Every function returns 0 on success and 1 on failure; a null stack, record or output pointer
  * gives 1 without any other effect, except where a function says otherwise.
  */
-#ifndef ERRLIB_H
-#define ERRLIB_H
+#ifndef NLSSUPPORT_ERRLIB_H
+#define NLSSUPPORT_ERRLIB_H
 
 #include <stdint.h>
 #include <time.h>
@@ -428,4 +428,4 @@ int ERRLIB_ErrorStack_Clear(ERRLIB_ErrorStack *stack) ERRLIB_NOEXCEPT;
 }
 #endif
 
-#endif /* ERRLIB_H */
+#endif /* NLSSUPPORT_ERRLIB_H */

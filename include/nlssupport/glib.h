@@ -19,8 +19,8 @@
  * are given (null: nothing is recorded); their results are released with MMFLAT_Free.
  * GLIB_strtowcs allocates with `malloc` instead; its result is released with `free`.
  */
-#ifndef GLIB_H
-#define GLIB_H
+#ifndef NLSSUPPORT_GLIB_H
+#define NLSSUPPORT_GLIB_H
 
 #include <stdarg.h>
 #include <stddef.h>
@@ -677,4 +677,4 @@ int32_t GLIB_rand(uint32_t *seed) GLIB_NOEXCEPT;
 }
 #endif
 
-#endif /* GLIB_H */
+#endif /* NLSSUPPORT_GLIB_H */

@@ -22,8 +22,8 @@
  * they stay valid for the whole run. Name lookups ignore letter case but depend on the tables'
  * stored order; see IANACS_GetMibEnum for the names this makes unreachable.
  */
-#ifndef IANACS_H
-#define IANACS_H
+#ifndef NLSSUPPORT_IANACS_H
+#define NLSSUPPORT_IANACS_H
 
 #include <stdint.h>
 
@@ -220,4 +220,4 @@ int IANACSOS_CheckAliasTab(void) IANACS_NOEXCEPT;
 }
 #endif
 
-#endif /* IANACS_H */
+#endif /* NLSSUPPORT_IANACS_H */

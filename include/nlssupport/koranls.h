@@ -14,8 +14,8 @@
  * is recorded). Nothing is allocated: the caller owns the buffer and the stack, and takes the
  * record off the stack (and releases it) as for any other error.
  */
-#ifndef KORANLS_H
-#define KORANLS_H
+#ifndef NLSSUPPORT_KORANLS_H
+#define NLSSUPPORT_KORANLS_H
 
 #include <stdint.h>
 
@@ -123,4 +123,4 @@ int KORANLS_GetOsCodePageIanaName(char *buffer, int32_t size,
 }
 #endif
 
-#endif /* KORANLS_H */
+#endif /* NLSSUPPORT_KORANLS_H */

@@ -15,8 +15,8 @@
  * size written with "%d", so that a size above 2147483647 reads as a negative number (callers
  * match on this text). Nothing is printed and nothing aborts.
  */
-#ifndef MEMMGR_H
-#define MEMMGR_H
+#ifndef NLSSUPPORT_MEMMGR_H
+#define NLSSUPPORT_MEMMGR_H
 
 #include <stdint.h>
 
@@ -119,4 +119,4 @@ int MMFLAT_ValidSize(void) MMFLAT_NOEXCEPT;
 }
 #endif
 
-#endif /* MEMMGR_H */
+#endif /* NLSSUPPORT_MEMMGR_H */

@@ -11,3 +11,9 @@ endif()
 add_test(NAME Docs.ReadmeSamplesCompileAsC11
          COMMAND ${CMAKE_CURRENT_LIST_DIR}/readme_samples_test.sh ${PROJECT_SOURCE_DIR}
                  ${NLS_VERSION_INCLUDE_DIR} ${CMAKE_C_COMPILER} "${NLS_CONSUMER_FLAGS}")
+
+# The licence and its identifier in every source, header, script and CMake file.
+if(NOT NLS_M32 AND NOT NLS_SANITIZE AND NOT NLS_COVERAGE)
+  add_test(NAME Docs.EveryFileCarriesTheLicenceIdentifier
+           COMMAND ${CMAKE_CURRENT_LIST_DIR}/license_test.sh ${PROJECT_SOURCE_DIR})
+endif()

@@ -23,6 +23,7 @@ libdir=$(dirname "$(find "$prefix" -name libnlssupport.a | head -n 1)")
 for f in "$prefix/include/nlssupport/errlib.h" "$prefix/include/nlssupport/memmgr.h" \
          "$prefix/include/nlssupport/ianacs.h" "$prefix/include/nlssupport/koranls.h" \
          "$prefix/include/nlssupport/glib.h" "$prefix/include/nlssupport/convlib.h" \
+         "$prefix/include/nlssupport/nlssupport.h" "$prefix/include/nlssupport/version.h" \
          "$libdir/libnlssupport.a" "$libdir/libnlssupport.so.1" "$libdir/libnlssupport.so" \
          "$libdir/cmake/NlsSupport/NlsSupportConfig.cmake" "$libdir/pkgconfig/nlssupport.pc" \
          "$prefix/bin/nlsreport" "$prefix/share/man/man1/nlsreport.1"; do
@@ -40,8 +41,21 @@ cmake --build "$work/consumer" >"$work/build.log" 2>&1 || { cat "$work/build.log
 "$work/consumer/consumer_c"
 "$work/consumer/consumer_cpp"
 
+# A C-only project (C++ not enabled) linking the static library through the CMake package.
+CC=$cc cmake -S "$consumer-c" -B "$work/consumer-c" -DCMAKE_PREFIX_PATH="$prefix" \
+    -DCMAKE_C_FLAGS="$flags" -DCMAKE_EXE_LINKER_FLAGS="$flags" \
+    >"$work/configure-c.log" 2>&1 || { cat "$work/configure-c.log"; exit 1; }
+cmake --build "$work/consumer-c" >"$work/build-c.log" 2>&1 || { cat "$work/build-c.log"; exit 1; }
+"$work/consumer-c/consumer_c_static"
+
 # pkg-config: the same C program, compiled by hand.
 export PKG_CONFIG_PATH=$libdir/pkgconfig
+# The include directory is the plain include/, whose nlssupport/ holds the headers.
+cflags=$(pkg-config --cflags nlssupport | xargs)
+if [ ! -f "${cflags#-I}/nlssupport/convlib.h" ]; then
+    echo "pkg-config --cflags gives '$cflags', not the directory above nlssupport/"
+    exit 1
+fi
 # shellcheck disable=SC2046,SC2086
 "$cc" -std=c11 -Wall -Wextra -Werror $flags "$consumer/consumer.c" -o "$work/consumer_pc" \
     $(pkg-config --cflags --libs nlssupport)

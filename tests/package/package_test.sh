@@ -7,7 +7,7 @@
 #     binaries with -dbgsym packages, and every file in exactly the package it belongs to;
 # then unpacks them into a scratch root with dpkg -x (nothing is installed on the machine) and
 # builds and runs consumers against the unpacked files: a C and a C++ program through the CMake
-# package, a C program through pkg-config (shared and static), and the packaged nlsreport.
+# package (and a C-only project linking the static library), a C program through pkg-config (shared and static), and the packaged nlsreport.
 # Usage: package_test.sh <source dir> <work dir>
 set -euo pipefail
 src=$1
@@ -25,7 +25,7 @@ done
 debs=$work/debs-first
 
 # lintian on the whole upload (.changes: the packages and the .buildinfo file).
-lintian --fail-on error,warning "$debs"/*.changes >"$work/lintian.log" 2>&1 ||
+lintian --fail-on error,warning --display-info --pedantic "$debs"/*.changes >"$work/lintian.log" 2>&1 ||
     { cat "$work/lintian.log"; fail "lintian reported errors or warnings"; }
 if grep -E '^[EW]: ' "$work/lintian.log"; then
     fail "lintian reported errors or warnings"
@@ -132,6 +132,11 @@ grep -q "$libdir/libnlssupport.so" "$work/consumer/CMakeFiles/consumer_c.dir/lin
     fail "C consumer not linked against the unpacked shared library"
 LD_LIBRARY_PATH=$libdir "$work/consumer/consumer_c"
 "$work/consumer/consumer_cpp"
+# A C-only project linking the static library.
+cmake -S "$src/tests/install/consumer-c" -B "$work/consumer-c" -DCMAKE_PREFIX_PATH="$root/usr" \
+    >"$work/configure-c.log" 2>&1 || { cat "$work/configure-c.log"; exit 1; }
+cmake --build "$work/consumer-c" >"$work/build-c.log" 2>&1 || { cat "$work/build-c.log"; exit 1; }
+"$work/consumer-c/consumer_c_static"
 
 # Consumer through pkg-config, against the unpacked shared library. The file names /usr; the
 # scratch root stands in for it through PKG_CONFIG_SYSROOT_DIR.
