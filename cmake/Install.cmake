@@ -21,11 +21,9 @@ endforeach()
 set_target_properties(nlssupport_shared PROPERTIES EXPORT_NAME nlssupport)
 set_target_properties(nlssupport_static PROPERTIES EXPORT_NAME nlssupport_static)
 
-if(TARGET nlsreport)
-  install(TARGETS nlsreport RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT nlsreport)
-  install(FILES ${PROJECT_SOURCE_DIR}/nls/nlsreport.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
-          COMPONENT nlsreport)
-endif()
+install(TARGETS nlsreport RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT nlsreport)
+install(FILES ${PROJECT_SOURCE_DIR}/nls/nlsreport.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+        COMPONENT nlsreport)
 
 install(TARGETS nlssupport_shared nlssupport_static EXPORT NlsSupportTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev

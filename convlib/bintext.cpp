@@ -14,6 +14,9 @@ namespace {
     "@(#)     PLATFORM : Linux on Intel",
 };
 
+/* Source path passed to the allocator with this file's own allocations (identifies call sites). */
+constexpr char kSourcePath[] = "convlib/bintext.cpp";
+
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
 // Value of a hexadecimal digit ("0"-"9", "A"-"F"; lower case is not accepted), or -1.
@@ -51,7 +54,7 @@ struct TemporaryCopy {
         if (size > UINT32_MAX) {
             return nullptr;
         }
-        block = MMFLAT_New(static_cast<uint32_t>(size), nullptr, __FILE__, __LINE__);
+        block = MMFLAT_New(static_cast<uint32_t>(size), nullptr, kSourcePath, __LINE__);
         if (block != nullptr) {
             std::memcpy(block, source, size);
         }

@@ -6,8 +6,10 @@
  */
 #include <stdint.h>
 
+#include <initializer_list>
+
 #include <nlssupport/convlib.h>
-#include "convlib/datetime_internal.h"
+#include "datetime_internal.h"
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -31,14 +33,25 @@ extern "C" const char *const gCONV_DefaultShortNameOfMonth[12] = {
     "JAN", "FEB", "MAR", "APR", "MAY", "JUN", "JUL", "AUG", "SEP", "OCT", "NOV", "DEC"};
 extern "C" const char *const gCONV_DefaultMeridiem[2] = {"AM", "PM"};
 
+/* The field letters, the text of conv::kFieldLetters. */
+extern "C" const char gCONV_Letter[17] = {
+    conv::kFieldLetters[0],  conv::kFieldLetters[1],  conv::kFieldLetters[2],
+    conv::kFieldLetters[3],  conv::kFieldLetters[4],  conv::kFieldLetters[5],
+    conv::kFieldLetters[6],  conv::kFieldLetters[7],  conv::kFieldLetters[8],
+    conv::kFieldLetters[9],  conv::kFieldLetters[10], conv::kFieldLetters[11],
+    conv::kFieldLetters[12], conv::kFieldLetters[13], conv::kFieldLetters[14],
+    conv::kFieldLetters[15], conv::kFieldLetters[16]};
+
 /* Index 0 is never used: a base of 0 is rejected before the table is read. */
 extern "C" const int32_t gCONV_SecFracBaseCeiling[10] = {
     -1, 9, 99, 999, 9999, 99999, 999999, 9999999, 99999999, 999999999};
 
+namespace conv {
+
 /* Gregorian rule for every year, zero and negative years included. Divisibility by 4 is read from
  * the two's-complement low bits; by 100 and 400 from truncating remainders, which give the
  * mathematical answer for negative years as well. Returns true for a leap year. */
-bool CONV_IsLeapYear(int32_t year) noexcept {
+bool IsLeapYear(int32_t year) noexcept {
     if ((year & 3) != 0) {
         return false;
     }
@@ -47,7 +60,7 @@ bool CONV_IsLeapYear(int32_t year) noexcept {
 
 /* Checks a day against the length of its month (both already in range); the year only matters
  * for 29 February and only when it is set. Returns CONV_OK or CONV_ERR_DAY. */
-uint32_t CONV_CheckDayInMonth(int32_t day, int32_t month, int32_t year) noexcept {
+uint32_t CheckDayInMonth(int32_t day, int32_t month, int32_t year) noexcept {
     if (day == 31 && (month == 4 || month == 6 || month == 9 || month == 11)) {
         return CONV_ERR_DAY;
     }
@@ -55,64 +68,52 @@ uint32_t CONV_CheckDayInMonth(int32_t day, int32_t month, int32_t year) noexcept
         if (day >= 30) {
             return CONV_ERR_DAY;
         }
-        if (day == 29 && year != kConvUnset && !CONV_IsLeapYear(year)) {
+        if (day == 29 && year != kUnset && !IsLeapYear(year)) {
             return CONV_ERR_DAY;
         }
     }
     return CONV_OK;
 }
 
-/* Checks every set field of the record in a fixed order and returns the first failure, or
- * CONV_OK. The record is only read. */
-extern "C" uint32_t CONV_CheckDateTime(const CONV_DateTime *record) noexcept {
-    const int32_t day = record->day;
-    const int32_t month = record->month;
-    const int32_t hour = record->hour;
-    const int32_t minute = record->minute;
-    const int32_t second = record->second;
+}  // namespace conv
 
-    if (day != kConvUnset && (day < 1 || day > 31)) {
-        return CONV_ERR_DAY;
+/* Checks every set field of the record in a fixed order (day, month, the day within its month,
+ * hour, minute, second, 24:00:00, the fraction) by the letters' rules and returns the first
+ * failure, or CONV_OK. The record is only read. */
+extern "C" uint32_t CONV_CheckDateTime(const CONV_DateTime *record) noexcept {
+    using conv::kUnset;
+    /* A set field outside the range of its letter fails with the letter's status. */
+    const auto check = [record](int32_t letter) {
+        const int32_t value = record->*conv::kFieldRules[letter].member;
+        return value == kUnset ? CONV_OK : conv::CheckValue(letter, *record);
+    };
+    uint32_t status = check(CONV_FIELD_D);
+    if (status == CONV_OK) {
+        status = check(CONV_FIELD_M);
     }
-    if (month != kConvUnset && (month < 1 || month > 12)) {
-        return CONV_ERR_MONTH;
+    if (status == CONV_OK && record->day != kUnset && record->month != kUnset) {
+        status = conv::CheckDayInMonth(record->day, record->month, record->year);
     }
-    if (day != kConvUnset && month != kConvUnset) {
-        const uint32_t status = CONV_CheckDayInMonth(day, month, record->year);
-        if (status != CONV_OK) {
-            return status;
+    for (const int32_t letter : {CONV_FIELD_H, CONV_FIELD_I, CONV_FIELD_S}) {
+        if (status == CONV_OK) {
+            status = check(letter);
         }
     }
-    if (hour != kConvUnset && (hour < 0 || hour > 24)) {
-        return CONV_ERR_HOUR24;
-    }
-    if (minute != kConvUnset && (minute < 0 || minute > 59)) {
-        return CONV_ERR_MINUTE;
-    }
-    if (second != kConvUnset && (second < 0 || second > 59)) {
-        return CONV_ERR_SECOND;
+    if (status != CONV_OK) {
+        return status;
     }
     /* 24:00:00 is midnight at the end of the day; its fraction is not looked at, so 24:00:00
      * with a non-zero fraction passes (kept: callers rely on it). */
-    if (hour == 24 &&
-        ((minute != kConvUnset && minute != 0) || (second != kConvUnset && second != 0))) {
+    if (record->hour == 24 && ((record->minute != kUnset && record->minute != 0) ||
+                               (record->second != kUnset && record->second != 0))) {
         return CONV_ERR_HOUR24;
     }
     /* The unset fraction is the 16-bit marker compared over the whole 32-bit field; with it the
      * base is not examined at all. */
-    if (record->fraction == kConvUnset) {
+    if (record->fraction == kUnset) {
         return CONV_OK;
     }
-    if (record->fractionBase == kConvUnset) {
-        return (record->fraction < 0 || record->fraction > 999999999) ? CONV_ERR_FRACTION : CONV_OK;
-    }
-    if (record->fractionBase < 1 || record->fractionBase > 9) {
-        return CONV_ERR_FRACTION_BASE;
-    }
-    if (record->fraction < 0 || record->fraction > gCONV_SecFracBaseCeiling[record->fractionBase]) {
-        return CONV_ERR_FRACTION;
-    }
-    return CONV_OK;
+    return conv::CheckFraction(record->fraction, record->fractionBase);
 }
 
 /* Computes the day of the week (0 = Sunday) of the record's date with Zeller's congruence, the
@@ -127,10 +128,10 @@ extern "C" uint32_t CONV_GetDayOfWeek(CONV_DateTime *record) noexcept {
     if (month < 1 || month > 12) {
         return CONV_ERR_MONTH;
     }
-    if (record->year == kConvUnset) {
+    if (record->year == conv::kUnset) {
         return CONV_ERR_YEAR;
     }
-    const uint32_t status = CONV_CheckDayInMonth(day, month, record->year);
+    const uint32_t status = conv::CheckDayInMonth(day, month, record->year);
     if (status != CONV_OK) {
         return status;
     }
@@ -148,10 +149,12 @@ extern "C" uint32_t CONV_GetDayOfWeek(CONV_DateTime *record) noexcept {
     return CONV_OK;
 }
 
+namespace conv {
+
 /* Era of a set date, first matching row wins. The first days (8 Sep 1868, 31 Jul 1912,
  * 26 Dec 1926, 8 Jan 1989) are fixed as the formatter and the parser both use them. Returns
  * CONV_OK with *era written, or CONV_ERR_ERA_RANGE before 8 September 1868. */
-uint32_t CONV_GetEra(int32_t day, int32_t month, int32_t year, int16_t *era) noexcept {
+uint32_t GetEra(int32_t day, int32_t month, int32_t year, int16_t *era) noexcept {
     int16_t result;
     if (year > 1989) {
         result = 3;
@@ -191,8 +194,8 @@ uint32_t CONV_GetEra(int32_t day, int32_t month, int32_t year, int16_t *era) noe
  * becomes 30 December 1926, which formatting assigns to era 2); callers depend on both. A result
  * beyond the 16-bit year is refused as well. Returns CONV_OK with *year written, or
  * CONV_ERR_YEAR. */
-uint32_t CONV_EraYearToYear(int32_t era, int32_t eraYear, int32_t month, int32_t day,
-                            int16_t *year) noexcept {
+uint32_t EraYearToYear(int32_t era, int32_t eraYear, int32_t month, int32_t day,
+                       int16_t *year) noexcept {
     switch (era) {
         case 0:
             if (eraYear < 1 || eraYear > 45) {
@@ -232,10 +235,12 @@ uint32_t CONV_EraYearToYear(int32_t era, int32_t eraYear, int32_t month, int32_t
         default:
             return CONV_ERR_YEAR;
     }
-    const int32_t gregorian = eraYear + kConvEraOffset[era];
+    const int32_t gregorian = eraYear + kEraOffset[era];
     if (gregorian > 32767) {
         return CONV_ERR_YEAR;
     }
     *year = static_cast<int16_t>(gregorian);
     return CONV_OK;
 }
+
+}  // namespace conv

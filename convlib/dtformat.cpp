@@ -8,16 +8,15 @@
 #include <string.h>
 
 #include <charconv>
+#include <initializer_list>
 
 #include <nlssupport/convlib.h>
-#include "convlib/convlib_internal.h"
-#include "convlib/datetime_internal.h"
+#include "datetime_internal.h"
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
     "@(#)     dtformat.cpp\t\t$Revision$\t$Date$\t",
     "@(#)     convlib.h\t\t$Revision$\t$Date$",
-    "@(#)     convlib_internal.h\t\t$Revision$\t$Date$",
     "@(#)     datetime_internal.h\t\t$Revision$\t$Date$",
     "@(#)     PLATFORM : Linux on Intel",
 };
@@ -45,6 +44,107 @@ size_t PutDecimal(char (&scratch)[kScratchSize], int32_t value) {
     return static_cast<size_t>(result.ptr - scratch);
 }
 
+/* The texts "00" to "99", two characters each, for writing numbers two digits at a time. */
+struct DigitPairs {
+    char text[200];
+    constexpr DigitPairs() : text{} {
+        for (int i = 0; i < 100; ++i) {
+            text[2 * i] = static_cast<char>('0' + i / 10);
+            text[2 * i + 1] = static_cast<char>('0' + i % 10);
+        }
+    }
+};
+inline constexpr DigitPairs kDigitPairs{};
+
+/* Letters whose text is a plain decimal number taken from the record: D H I M P S Y Z. */
+constexpr bool IsNumberLetter(int32_t letter) {
+    constexpr uint32_t kMask = 1u << CONV_FIELD_D | 1u << CONV_FIELD_H | 1u << CONV_FIELD_I |
+                               1u << CONV_FIELD_M | 1u << CONV_FIELD_P | 1u << CONV_FIELD_S |
+                               1u << CONV_FIELD_Y | 1u << CONV_FIELD_Z;
+    return (kMask >> letter & 1u) != 0;
+}
+
+/* The number a number letter writes: the member checked by the letter's rule, then the 12-hour
+ * clock for P and the year within the century for Y. Returns CONV_OK with *value set, or the
+ * rule's status. */
+uint32_t NumberValue(int32_t letter, const CONV_DateTime &record, int32_t *value) {
+    const uint32_t status = conv::CheckValue(letter, record);
+    if (status != CONV_OK) {
+        return status;
+    }
+    int32_t v = record.*conv::kFieldRules[letter].member;
+    if (letter == CONV_FIELD_P) {
+        /* Midnight, noon and 24:00 all read "12" on the 12-hour clock. */
+        v = v % 12 == 0 ? 12 : v % 12;
+    } else if (letter == CONV_FIELD_Y) {
+        /* Truncating division: -5 stays "-5". */
+        v -= (v / 100) * 100;
+    }
+    *value = v;
+    return CONV_OK;
+}
+
+/* Writes a number field straight into the target in the common case: a value of 0..99999 whose
+ * field fits in the room and is no narrower than the value. The bytes are those that placing the
+ * value's text would write (padding by the flag, the digits two at a time). Returns false,
+ * writing nothing, for every other case, which the general placing handles. */
+bool PutNumberDirect(char **position, int32_t *room, int32_t value,
+                     const CONV_FieldDescriptor &field) {
+    if (static_cast<uint32_t>(value) > 99999u) {
+        return false;
+    }
+    uint32_t v = static_cast<uint32_t>(value);
+    /* The fields of the usual date and time texts, "%02M" and "%04Z": one or two digit pairs. */
+    if (field.flag == 2 && field.width <= *room) {
+        char *out = *position;
+        if (field.width == 2 && v < 100) {
+            memcpy(out, &kDigitPairs.text[2 * v], 2);
+            *position = out + 2;
+            *room -= 2;
+            return true;
+        }
+        if (field.width == 4 && v < 10000) {
+            memcpy(out, &kDigitPairs.text[2 * (v / 100)], 2);
+            memcpy(out + 2, &kDigitPairs.text[2 * (v % 100)], 2);
+            *position = out + 4;
+            *room -= 4;
+            return true;
+        }
+    }
+    const int32_t digits = v < 10 ? 1 : v < 100 ? 2 : v < 1000 ? 3 : v < 10000 ? 4 : 5;
+    const int32_t width = field.width == conv::kNotGiven ? digits : field.width;
+    if (width < digits || width > *room) {
+        return false;
+    }
+    char *out = *position;
+    /* Zero padding up to ten places is just more digits of the number. */
+    int32_t shown = digits;
+    if (field.flag == 2 && width <= 10) {
+        shown = width;
+    }
+    char *end = out + width;
+    if (field.flag == 1) {
+        memset(out + digits, ' ', static_cast<size_t>(width - digits));
+        end = out + digits;
+    } else if (width > shown) {
+        memset(out, field.flag == 2 ? '0' : ' ', static_cast<size_t>(width - shown));
+    }
+    /* The digits, from the right: two at a time, then a single one for an odd count. */
+    char *p = end;
+    char *const first = end - shown;
+    while (p - first >= 2) {
+        p -= 2;
+        memcpy(p, &kDigitPairs.text[2 * (v % 100)], 2);
+        v /= 100;
+    }
+    if (p > first) {
+        *--p = static_cast<char>('0' + v);
+    }
+    *position = out + width;
+    *room -= width;
+    return true;
+}
+
 /* Names slot `slot` of the caller's record, or the default text when the record or the slot is
  * null. */
 const char *NameOrDefault(const char *const *names, int32_t slot, const char *fallback) {
@@ -61,19 +161,13 @@ const char *NameOrDefault(const char *const *names, int32_t slot, const char *fa
 uint32_t FormatFraction(char (&scratch)[kScratchSize], size_t *scratchLength,
                         const CONV_DateTime &record, uint16_t precision) {
     const int32_t base = record.fractionBase;
-    if (base == kConvUnset) {
-        /* Compared unsigned, so negative fractions fail too. */
-        if (static_cast<uint32_t>(record.fraction) > 999999999u) {
-            return CONV_ERR_FRACTION;
-        }
+    const uint32_t status = conv::CheckFraction(record.fraction, base);
+    if (status != CONV_OK) {
+        return status;
+    }
+    if (base == conv::kUnset) {
         *scratchLength = PutDecimal(scratch, record.fraction);
         return CONV_OK;
-    }
-    if (base < 1 || base > 9) {
-        return CONV_ERR_FRACTION_BASE;
-    }
-    if (record.fraction < 0 || record.fraction > gCONV_SecFracBaseCeiling[base]) {
-        return CONV_ERR_FRACTION;
     }
     int32_t value = record.fraction;
     for (int32_t i = base - 1; i >= 0; --i) {
@@ -81,7 +175,7 @@ uint32_t FormatFraction(char (&scratch)[kScratchSize], size_t *scratchLength,
         value /= 10;
     }
     int32_t length = base;
-    if (precision != kConvNoField) {
+    if (precision != conv::kNotGiven) {
         while (length < precision) {
             scratch[length++] = '0';
         }
@@ -91,152 +185,95 @@ uint32_t FormatFraction(char (&scratch)[kScratchSize], size_t *scratchLength,
     return CONV_OK;
 }
 
-/* Converts one field of the record to its text: *text points either at scratch, whose length
- * is then stored in *scratchLength, or at a name (caller's or default). record.era is written by
- * an E field. Returns CONV_OK or the status of a value that the letter cannot write. */
+/* Letter E: the era of the record's date, stored in record.era, and its name from the caller's
+ * era slots (there are no default era names). Returns CONV_OK with *text set, or the status of
+ * a date that has no era name. */
+uint32_t FormatEra(CONV_DateTime &record, const char *const *names, const char **text) {
+    for (const int32_t letter : {CONV_FIELD_D, CONV_FIELD_M, CONV_FIELD_Z}) {
+        const uint32_t status = conv::CheckValue(letter, record);
+        if (status != CONV_OK) {
+            return status;
+        }
+    }
+    /* Only the first era slot tells whether era names were given; a caller that fills it fills
+     * all four. A missing later slot is refused the same way rather than read. */
+    if (names == nullptr || names[CONV_NAMES_ERA] == nullptr) {
+        return CONV_ERR_NO_ERA_NAMES;
+    }
+    int16_t era = 0;
+    const uint32_t status = conv::GetEra(record.day, record.month, record.year, &era);
+    if (status != CONV_OK) {
+        return status;
+    }
+    record.era = era;
+    if (names[CONV_NAMES_ERA + era] == nullptr) {
+        return CONV_ERR_NO_ERA_NAMES;
+    }
+    *text = names[CONV_NAMES_ERA + era];
+    return CONV_OK;
+}
+
+/* Letter J: the year within the era that an E field earlier in the same format set (without
+ * one, the Gregorian year itself), or the SYEAR text for the first year of an era. Returns
+ * CONV_OK with *text set or the year in scratch, or the status of a year that cannot be
+ * written. */
+uint32_t FormatEraYear(const CONV_DateTime &record, const char *const *names,
+                       char (&scratch)[kScratchSize], size_t *scratchLength, const char **text) {
+    const uint32_t status = conv::CheckValue(CONV_FIELD_J, record);
+    if (status != CONV_OK) {
+        return status;
+    }
+    int32_t year = record.year;
+    if (record.era >= 0 && record.era <= 3) {
+        year -= conv::kEraOffset[record.era];
+    }
+    if (year != 1) {
+        *scratchLength = PutDecimal(scratch, year);
+        return CONV_OK;
+    }
+    if (names == nullptr || names[CONV_NAMES_SYEAR] == nullptr) {
+        return CONV_ERR_NO_SYEAR;
+    }
+    *text = names[CONV_NAMES_SYEAR];
+    return CONV_OK;
+}
+
+/* Converts one field of the record to its text by the letter's rule: *text points either at
+ * scratch, whose length is then stored in *scratchLength, or at a name (caller's or default).
+ * record.era is written by an E field. Returns CONV_OK or the status of a value that the letter
+ * cannot write. */
 uint32_t ConvertField(int32_t letter, const CONV_FieldDescriptor &field, CONV_DateTime &record,
                       const char *const *names, char (&scratch)[kScratchSize],
                       size_t *scratchLength, const char **text) {
     *text = scratch;
     switch (letter) {
-        case kLetterD:
-            if (record.day < 1 || record.day > 31) {
-                return CONV_ERR_DAY;
-            }
-            *scratchLength = PutDecimal(scratch, record.day);
-            return CONV_OK;
-        case kLetterF:
+        case CONV_FIELD_F:
             return FormatFraction(scratch, scratchLength, record, field.precision);
-        case kLetterH:
-            if (record.hour < 0 || record.hour > 24) {
-                return CONV_ERR_HOUR24;
-            }
-            *scratchLength = PutDecimal(scratch, record.hour);
-            return CONV_OK;
-        case kLetterI:
-            if (record.minute < 0 || record.minute > 59) {
-                return CONV_ERR_MINUTE;
-            }
-            *scratchLength = PutDecimal(scratch, record.minute);
-            return CONV_OK;
-        case kLetterM:
-            if (record.month < 1 || record.month > 12) {
-                return CONV_ERR_MONTH;
-            }
-            *scratchLength = PutDecimal(scratch, record.month);
-            return CONV_OK;
-        case kLetterP:
-            if (record.hour < 0 || record.hour > 24) {
-                return CONV_ERR_HOUR24;
-            }
-            /* Midnight, noon and 24:00 all read "12" on the 12-hour clock. */
-            *scratchLength = PutDecimal(scratch, record.hour % 12 == 0 ? 12 : record.hour % 12);
-            return CONV_OK;
-        case kLetterQ:
-            if (record.hour < 0 || record.hour > 24) {
-                return CONV_ERR_HOUR24;
-            }
-            if (record.hour < 12) {
-                *text = NameOrDefault(names, CONV_NAMES_MERIDIEM, gCONV_DefaultMeridiem[0]);
-            } else {
-                *text = NameOrDefault(names, CONV_NAMES_MERIDIEM + 1, gCONV_DefaultMeridiem[1]);
-            }
-            return CONV_OK;
-        case kLetterS:
-            if (record.second < 0 || record.second > 59) {
-                return CONV_ERR_SECOND;
-            }
-            *scratchLength = PutDecimal(scratch, record.second);
-            return CONV_OK;
-        case kLetterT:
-        case kLetterU:
-            if (record.dayOfWeek < 0 || record.dayOfWeek > 6) {
-                return CONV_ERR_DAY_OF_WEEK;
-            }
-            if (letter == kLetterT) {
-                *text = NameOrDefault(names, CONV_NAMES_DAY + record.dayOfWeek,
-                                      gCONV_DefaultNameOfDay[record.dayOfWeek]);
-            } else {
-                *text = NameOrDefault(names, CONV_NAMES_SHORT_DAY + record.dayOfWeek,
-                                      gCONV_DefaultShortNameOfDay[record.dayOfWeek]);
-            }
-            return CONV_OK;
-        case kLetterV:
-        case kLetterW:
-            if (record.month < 1 || record.month > 12) {
-                return CONV_ERR_MONTH;
-            }
-            if (letter == kLetterV) {
-                *text = NameOrDefault(names, CONV_NAMES_MONTH + record.month - 1,
-                                      gCONV_DefaultNameOfMonth[record.month - 1]);
-            } else {
-                *text = NameOrDefault(names, CONV_NAMES_SHORT_MONTH + record.month - 1,
-                                      gCONV_DefaultShortNameOfMonth[record.month - 1]);
-            }
-            return CONV_OK;
-        case kLetterY:
-            if (record.year == kConvUnset) {
-                return CONV_ERR_YEAR;
-            }
-            /* Truncating division: -5 stays "-5". */
-            *scratchLength = PutDecimal(scratch, record.year - (record.year / 100) * 100);
-            return CONV_OK;
-        case kLetterZ:
-            if (record.year == kConvUnset) {
-                return CONV_ERR_YEAR;
-            }
-            *scratchLength = PutDecimal(scratch, record.year);
-            return CONV_OK;
-        case kLetterE: {
-            if (record.day < 1 || record.day > 31) {
-                return CONV_ERR_DAY;
-            }
-            if (record.month < 1 || record.month > 12) {
-                return CONV_ERR_MONTH;
-            }
-            if (record.year == kConvUnset) {
-                return CONV_ERR_YEAR;
-            }
-            /* Only the first era slot tells whether era names were given; a caller that fills it
-             * fills all four. A missing later slot is refused the same way rather than read. */
-            if (names == nullptr || names[CONV_NAMES_ERA] == nullptr) {
-                return CONV_ERR_NO_ERA_NAMES;
-            }
-            int16_t era = 0;
-            const uint32_t status = CONV_GetEra(record.day, record.month, record.year, &era);
-            if (status != CONV_OK) {
-                return status;
-            }
-            record.era = era;
-            if (names[CONV_NAMES_ERA + era] == nullptr) {
-                return CONV_ERR_NO_ERA_NAMES;
-            }
-            *text = names[CONV_NAMES_ERA + era];
-            return CONV_OK;
-        }
-        case kLetterJ: {
-            if (record.year == kConvUnset) {
-                return CONV_ERR_YEAR;
-            }
-            /* The era comes from an E field earlier in the same format; without one the Gregorian
-             * year itself is written. */
-            int32_t year = record.year;
-            if (record.era >= 0 && record.era <= 3) {
-                year -= kConvEraOffset[record.era];
-            }
-            if (year == 1) {
-                if (names == nullptr || names[CONV_NAMES_SYEAR] == nullptr) {
-                    return CONV_ERR_NO_SYEAR;
-                }
-                *text = names[CONV_NAMES_SYEAR];
-                return CONV_OK;
-            }
-            *scratchLength = PutDecimal(scratch, year);
-            return CONV_OK;
-        }
+        case CONV_FIELD_E:
+            return FormatEra(record, names, text);
+        case CONV_FIELD_J:
+            return FormatEraYear(record, names, scratch, scratchLength, text);
         default:
-            return CONV_ERR_CONVERSION;
+            break;
     }
+    int32_t value = 0;
+    if (IsNumberLetter(letter)) {
+        const uint32_t status = NumberValue(letter, record, &value);
+        if (status == CONV_OK) {
+            *scratchLength = PutDecimal(scratch, value);
+        }
+        return status;
+    }
+    /* A name: Q picks the designator by the half of the day, the others by the value. */
+    const conv::FieldRule &rule = conv::kFieldRules[letter];
+    const uint32_t status = conv::CheckValue(letter, record);
+    if (status != CONV_OK) {
+        return status;
+    }
+    value = record.*rule.member;
+    const int32_t index = letter == CONV_FIELD_Q ? (value < 12 ? 0 : 1) : value - rule.low;
+    *text = NameOrDefault(names, rule.firstName + index, rule.defaults[index]);
+    return CONV_OK;
 }
 
 /* Fills count bytes at position with c. */
@@ -258,7 +295,7 @@ uint32_t PlaceField(char **position, int32_t *room, const char *text, size_t tex
     uint32_t status = CONV_OK;
     size_t written = 0;
 
-    if (descriptor->width == kConvNoField) {
+    if (descriptor->width == conv::kNotGiven) {
         if (length > roomLeft) {
             length = roomLeft;
             status = CONV_ERR_TARGET_TOO_SMALL;
@@ -302,17 +339,67 @@ uint32_t PlaceField(char **position, int32_t *room, const char *text, size_t tex
     return status;
 }
 
+/* Converts one field and places it at *position within *room free bytes. Number fields of the
+ * common shape are written directly; names without a width are copied up to their terminator
+ * or the end of the room; everything else goes through the scratch text and PlaceField. Returns
+ * CONV_OK, the status of a value the letter cannot write, CONV_ERR_TARGET_TOO_SMALL when the
+ * field was cut to the room, or CONV_WARN_TRUNCATION for a fraction cut to the room. */
+uint32_t FormatField(char **position, int32_t *room, int32_t letter,
+                     const CONV_FieldDescriptor &field, CONV_DateTime &record,
+                     const char *const *names) {
+    if (IsNumberLetter(letter)) {
+        int32_t value = 0;
+        const uint32_t status = NumberValue(letter, record, &value);
+        if (status != CONV_OK || PutNumberDirect(position, room, value, field)) {
+            return status;
+        }
+    }
+    char scratch[kScratchSize];
+    size_t scratchLength = 0;
+    const char *text = scratch;
+    uint32_t status = ConvertField(letter, field, record, names, scratch, &scratchLength, &text);
+    if (status != CONV_OK) {
+        return status;
+    }
+    char *out = *position;
+    if (text != scratch && field.width == conv::kNotGiven &&
+        (names == nullptr || reinterpret_cast<uintptr_t>(text) >= reinterpret_cast<uintptr_t>(out))) {
+        /* A name without a width: copied up to its terminator or the end of the room, without
+         * the general placing. Same bytes and status as PlaceField. A name of the caller's that
+         * starts at or after the write position may lie in the target itself; it is measured
+         * before anything is written and moved as a whole, which reads every byte before it is
+         * overwritten. One that starts before the write position goes through PlaceField. */
+        const size_t length = strlen(text);
+        const size_t shown = length < static_cast<size_t>(*room) ? length : static_cast<size_t>(*room);
+        memmove(out, text, shown);
+        *position = out + shown;
+        *room -= static_cast<int32_t>(shown);
+        return shown == length ? CONV_OK : CONV_ERR_TARGET_TOO_SMALL;
+    }
+    /* The length of digits just written is known; reading them back with strlen would have to
+     * wait for their stores. */
+    const size_t length = text == scratch ? scratchLength : strlen(text);
+    status = PlaceField(position, room, text, length, &field);
+    /* A cut fraction is reported as a warning: the digits shown are still the leading digits of
+     * the value (callers accept a shortened timestamp). */
+    if (status != CONV_OK && letter == CONV_FIELD_F) {
+        status = CONV_WARN_TRUNCATION;
+    }
+    return status;
+}
+
 }  // namespace
 
 /* Places the NUL-terminated text of one field at *position within *room free bytes, as
  * PlaceField does. Returns CONV_OK or CONV_ERR_TARGET_TOO_SMALL. */
-uint32_t CONV_PutInBuffer(char **position, int32_t *room, const char *text,
-                          const CONV_FieldDescriptor *descriptor) noexcept {
+uint32_t conv::CONV_PutInBuffer(char **position, int32_t *room, const char *text,
+                                const CONV_FieldDescriptor *descriptor) noexcept {
     return PlaceField(position, room, text, strlen(text), descriptor);
 }
 
-/* Formats the record under format into target (targetSize bytes, terminated whenever targetSize
- * is at least 1). Returns CONV_OK, the status of the field that stopped formatting, or
+/* Formats the record under format into target (targetSize bytes), always terminated: a size of 0
+ * or below leaves no room for text, and the terminator still goes to target[0] (callers pass a
+ * target of at least one byte). Returns CONV_OK, the status of the field that stopped formatting, or
  * CONV_ERR_TARGET_TOO_SMALL when the room ran out; a fraction field cut by the room gives
  * CONV_WARN_TRUNCATION. The caller keeps ownership of everything; only record->era and the
  * target are written. */
@@ -328,7 +415,7 @@ extern "C" uint32_t CONV_DateTimeToString(char *target, CONV_DateTime *record, i
         fieldCount = &localCount;
     }
     *fieldCount = 0;
-    *failedField = kConvNoField;
+    *failedField = CONV_FIELD_NONE;
 
     /* A record that shares bytes with the target is read from a copy, so that the text written
      * cannot change the values still to be read. */
@@ -345,18 +432,13 @@ extern "C" uint32_t CONV_DateTimeToString(char *target, CONV_DateTime *record, i
     }
     values->era = CONV_DT_UNSET;
 
-    /* Not even the terminator fits in a target of no bytes: nothing is written there. */
-    if (targetSize < 1) {
-        return CONV_ERR_TARGET_TOO_SMALL;
-    }
-
     char *out = target;
     int32_t room = targetSize - 1;
     const char *fmt = format;
     while (room > 0 && *fmt != '\0') {
         CONV_FieldDescriptor field;
         /* Only a "%" can begin a field: other characters skip the field reader. */
-        const int32_t letter = *fmt == '%' ? CONV_ReadField(&fmt, &field) : -1;
+        const int32_t letter = *fmt == '%' ? conv::CONV_CheckField(&fmt, &field) : -1;
         if (letter < 0) {
             /* A literal; for "%%" the reader already stepped onto the second "%". */
             *out++ = *fmt++;
@@ -366,39 +448,7 @@ extern "C" uint32_t CONV_DateTimeToString(char *target, CONV_DateTime *record, i
         ++*fieldCount;
         fmt += field.length;
 
-        char scratch[kScratchSize];
-        size_t scratchLength = 0;
-        const char *text = scratch;
-        uint32_t status =
-            ConvertField(letter, field, *values, names, scratch, &scratchLength, &text);
-        if (status == CONV_OK && text != scratch && field.width == kConvNoField &&
-            (names == nullptr ||
-             reinterpret_cast<uintptr_t>(text) >= reinterpret_cast<uintptr_t>(out))) {
-            /* A name without a width: copied up to its terminator or the end of the room in one
-             * pass, instead of measuring it first. Same bytes and status as PlaceField. A name
-             * of the caller's that starts before the write position could lie in the target
-             * itself and be changed by the copy; such a name is measured first, as before. */
-            int32_t i = 0;
-            while (i < room && text[i] != '\0') {
-                out[i] = text[i];
-                ++i;
-            }
-            out += i;
-            room -= i;
-            if (text[i] != '\0') {
-                status = CONV_ERR_TARGET_TOO_SMALL;
-            }
-        } else if (status == CONV_OK) {
-            /* The length of digits just written is known; reading them back with strlen would
-             * have to wait for their stores. */
-            const size_t length = text == scratch ? scratchLength : strlen(text);
-            status = PlaceField(&out, &room, text, length, &field);
-            /* A cut fraction is reported as a warning: the digits shown are still the leading
-             * digits of the value (callers accept a shortened timestamp). */
-            if (status != CONV_OK && letter == kLetterF) {
-                status = CONV_WARN_TRUNCATION;
-            }
-        }
+        const uint32_t status = FormatField(&out, &room, letter, field, *values, names);
         if (status != CONV_OK) {
             *out = '\0';
             *failedField = static_cast<uint16_t>(letter);

@@ -10,19 +10,20 @@
 #include <string.h>
 
 #include <nlssupport/convlib.h>
-#include "convlib/convlib_internal.h"
-#include "convlib/datetime_internal.h"
+#include "datetime_internal.h"
 #include <nlssupport/memmgr.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
     "@(#)     dtparse.cpp\t\t$Revision$\t$Date$\t",
     "@(#)     convlib.h\t\t$Revision$\t$Date$",
-    "@(#)     convlib_internal.h\t\t$Revision$\t$Date$",
     "@(#)     datetime_internal.h\t\t$Revision$\t$Date$",
     "@(#)     memmgr.h\t\t$Revision$\t$Date$",
     "@(#)     PLATFORM : Linux on Intel",
 };
+
+/* Source path passed to the allocator with this file's own allocations (identifies call sites). */
+constexpr char kSourcePath[] = "convlib/dtparse.cpp";
 
 /* What is known about the meridiem while reading: nothing yet, an hour read by P without a
  * designator, or the index (0 before noon, 1 after noon) of the designator read. */
@@ -48,78 +49,6 @@ int16_t Low16(int32_t value) {
     return static_cast<int16_t>(static_cast<uint16_t>(static_cast<uint32_t>(value)));
 }
 
-/* A number field read straight into a 16-bit member of the record: the member and the range
- * its stored value must lie in. */
-struct PlainField {
-    int16_t CONV_DateTime::*member; /* null: the letter is not read this way */
-    int16_t low;
-    int16_t high;
-};
-
-/* The plain number fields by field index: D, H, I, M, S and Z. Z takes any year except the
- * unset value, which lies outside every other range too. */
-constexpr PlainField kPlainFields[16] = {
-    {&CONV_DateTime::day, 1, 31},                 /* D */
-    {nullptr, 0, 0},                              /* F */
-    {&CONV_DateTime::hour, 0, 24},                /* H */
-    {&CONV_DateTime::minute, 0, 59},              /* I */
-    {&CONV_DateTime::month, 1, 12},               /* M */
-    {nullptr, 0, 0},                              /* P */
-    {nullptr, 0, 0},                              /* Q */
-    {&CONV_DateTime::second, 0, 59},              /* S */
-    {nullptr, 0, 0},                              /* T */
-    {nullptr, 0, 0},                              /* U */
-    {nullptr, 0, 0},                              /* V */
-    {nullptr, 0, 0},                              /* W */
-    {nullptr, 0, 0},                              /* Y */
-    {&CONV_DateTime::year, INT16_MIN, INT16_MAX}, /* Z */
-    {nullptr, 0, 0},                              /* E */
-    {nullptr, 0, 0},                              /* J */
-};
-
-/* The common field "%<w>L" or "%0<w>L" (w one digit 1..9, L one of D H I M S Z) whose member is
- * still unset, whose w source characters are all digits and whose value is in range: stores
- * the value, moves *fmt and the source past field and number and returns true. Returns false,
- * changing nothing, for everything else, which the general field reader then handles with the
- * same result (these are exactly the steps it takes for such a field when it succeeds). */
-inline bool ReadPlainField(Parse &parse, const char **fmt) {
-    const char *f = *fmt;
-    size_t at = 1;
-    if (f[1] == '0') {
-        at = 2;
-    }
-    const unsigned width = static_cast<unsigned char>(f[at]) - '0';
-    if (width < 1 || width > 9) {
-        return false;
-    }
-    const int32_t letter = kConvLetterTable.index[static_cast<unsigned char>(f[at + 1])];
-    if (letter < 0 || kPlainFields[letter].member == nullptr) {
-        return false;
-    }
-    const PlainField &plain = kPlainFields[letter];
-    int16_t &target = parse.record->*plain.member;
-    if (target != kConvUnset) {
-        return false;
-    }
-    const char *source = parse.source;
-    int32_t value = 0;
-    for (unsigned i = 0; i < width; ++i) {
-        const unsigned digit = static_cast<unsigned char>(source[i]) - '0';
-        if (digit > 9) {
-            return false;
-        }
-        value = value * 10 + static_cast<int32_t>(digit);
-    }
-    const int16_t stored = Low16(value);
-    if (stored < plain.low || stored > plain.high || stored == kConvUnset) {
-        return false;
-    }
-    target = stored;
-    parse.source = source + width;
-    *fmt = f + at + 2;
-    return true;
-}
-
 /* Reads the first name of a table of count names (null slots skipped) that stands at the source
  * position; *index receives its position in the table. Returns CONV_OK, CONV_ERR_FORMAT_LEFT or
  * CONV_ERR_SCAN_MISMATCH. */
@@ -130,7 +59,7 @@ uint32_t ScanNames(Parse &parse, const char *const *table, int32_t count,
             continue;
         }
         uint16_t found = 0;
-        const uint32_t status = CONV_ScanString(&parse.source, &found, &table[i], 1, &field);
+        const uint32_t status = conv::CONV_ScanString(&parse.source, &found, &table[i], 1, &field);
         if (status == CONV_OK) {
             *index = i;
             return CONV_OK;
@@ -142,26 +71,27 @@ uint32_t ScanNames(Parse &parse, const char *const *table, int32_t count,
     return CONV_ERR_SCAN_MISMATCH;
 }
 
-/* Reads a name of one group: the caller's group when a names record is given and the group's
- * first slot is set, else the whole default group. */
-uint32_t ScanGroup(Parse &parse, int32_t firstSlot, const char *const *defaults, int32_t count,
-                   const CONV_FieldDescriptor &field, int32_t *index) {
-    const char *const *table = defaults;
-    if (parse.names != nullptr && parse.names[firstSlot] != nullptr) {
-        table = parse.names + firstSlot;
+/* Reads a name of the letter's group: the caller's group when a names record is given and the
+ * group's first slot is set, else the whole default group. */
+uint32_t ScanGroup(Parse &parse, int32_t letter, const CONV_FieldDescriptor &field,
+                   int32_t *index) {
+    const conv::FieldRule &rule = conv::kFieldRules[letter];
+    const char *const *table = rule.defaults;
+    if (parse.names != nullptr && parse.names[rule.firstName] != nullptr) {
+        table = parse.names + rule.firstName;
     }
-    return ScanNames(parse, table, count, field, index);
+    return ScanNames(parse, table, rule.nameCount, field, index);
 }
 
 /* Reads a number into *target (low 16 bits) after checking that the target is still unset.
  * Returns CONV_OK, CONV_ERR_RESCAN or the status of the number reader. */
 uint32_t ScanField16(Parse &parse, const CONV_FieldDescriptor &field, int16_t *target) {
-    if (*target != kConvUnset) {
+    if (*target != conv::kUnset) {
         return CONV_ERR_RESCAN;
     }
     int32_t value = 0;
-    if (!CONV_ScanPlainDigits(&parse.source, &value, field.width)) {
-        const uint32_t status = CONV_ScanNumber(&parse.source, &value, &field);
+    if (!conv::ScanPlainDigits(&parse.source, &value, field.width)) {
+        const uint32_t status = conv::CONV_ScanNumber(&parse.source, &value, &field);
         if (status != CONV_OK) {
             return status;
         }
@@ -170,17 +100,166 @@ uint32_t ScanField16(Parse &parse, const CONV_FieldDescriptor &field, int16_t *t
     return CONV_OK;
 }
 
-/* Letter F. Without a width the number is taken unscaled. With a width the characters are read
- * as the first digits after a decimal point, scaled to fractionBase digits: with base 3, "5"
- * gives 500 and "1234" gives 123. Returns CONV_OK or the failing status. */
-uint32_t ScanFraction(Parse &parse, const CONV_FieldDescriptor &field) {
-    CONV_DateTime &record = *parse.record;
-    if (record.fraction != kConvUnset) {
+/* Letters D, H, I, M, S and Z: a number read into the letter's member, which must then lie in
+ * the letter's range. Returns CONV_OK or the failing status. */
+uint32_t ScanNumberField(Parse &parse, int32_t letter, const CONV_FieldDescriptor &field) {
+    const uint32_t status =
+        ScanField16(parse, field, &(parse.record->*conv::kFieldRules[letter].member));
+    return status != CONV_OK ? status : conv::CheckValue(letter, *parse.record);
+}
+
+/* Letters read as a plain number straight into their member: D H I M S Z. */
+constexpr bool IsPlainNumberLetter(int32_t letter) {
+    constexpr uint32_t kMask = 1u << CONV_FIELD_D | 1u << CONV_FIELD_H | 1u << CONV_FIELD_I |
+                               1u << CONV_FIELD_M | 1u << CONV_FIELD_S | 1u << CONV_FIELD_Z;
+    return (kMask >> letter & 1u) != 0;
+}
+
+/* The common number field, read in the parsing loop itself: a letter of IsPlainNumberLetter
+ * whose member is still unset, with a width of 1..9 whose characters are all digits. Stores the
+ * number and *status (CONV_OK, or the letter's status for a value outside its range) and returns
+ * true: exactly what ScanNumberField does for such a field. Returns false, changing nothing, for
+ * every other field. */
+[[gnu::always_inline]] inline bool ScanNumberDirect(Parse &parse, int32_t letter,
+                                                    const CONV_FieldDescriptor &field,
+                                                    uint32_t *status) {
+    if (!IsPlainNumberLetter(letter)) {
+        return false;
+    }
+    int16_t &target = parse.record->*conv::kFieldRules[letter].member;
+    int32_t value = 0;
+    if (target != conv::kUnset || !conv::ScanPlainDigits(&parse.source, &value, field.width)) {
+        return false;
+    }
+    target = Low16(value);
+    *status = conv::InRange(letter, target) ? CONV_OK : conv::kFieldRules[letter].status;
+    return true;
+}
+
+/* Letters T, U, V and W: a name of the letter's group; its position in the group, counted from
+ * the letter's lowest value, goes into the member, which must still be unset. */
+uint32_t ScanNameField(Parse &parse, int32_t letter, const CONV_FieldDescriptor &field) {
+    const conv::FieldRule &rule = conv::kFieldRules[letter];
+    int16_t &target = parse.record->*rule.member;
+    if (target != conv::kUnset) {
         return CONV_ERR_RESCAN;
     }
-    if (field.width == kConvNoField) {
+    int32_t index = 0;
+    const uint32_t status = ScanGroup(parse, letter, field, &index);
+    if (status == CONV_OK) {
+        target = static_cast<int16_t>(rule.low + index);
+    }
+    return status;
+}
+
+/* Letter P: an hour of the 12-hour clock, 1..12 (CONV_ERR_HOUR12), turned into the afternoon
+ * when a designator after noon was read before it. */
+uint32_t ScanHour12(Parse &parse, const CONV_FieldDescriptor &field) {
+    CONV_DateTime &record = *parse.record;
+    const uint32_t status = ScanField16(parse, field, &record.hour);
+    if (status != CONV_OK) {
+        return status;
+    }
+    if (record.hour < 1 || record.hour > 12) {
+        return CONV_ERR_HOUR12;
+    }
+    if (parse.meridiem == kMeridiemNone) {
+        parse.meridiem = kMeridiemHourOnly;
+    } else if (parse.meridiem == kMeridiemAfterNoon && record.hour != 12) {
+        record.hour = static_cast<int16_t>(record.hour + 12);
+    }
+    return CONV_OK;
+}
+
+/* Letter Q: the meridiem designator, once per format; after noon it turns an hour read by P
+ * before it into the afternoon. */
+uint32_t ScanMeridiem(Parse &parse, const CONV_FieldDescriptor &field) {
+    if (parse.meridiem == kMeridiemBeforeNoon || parse.meridiem == kMeridiemAfterNoon) {
+        return CONV_ERR_RESCAN;
+    }
+    int32_t index = 0;
+    const uint32_t status = ScanGroup(parse, CONV_FIELD_Q, field, &index);
+    if (status != CONV_OK) {
+        return status;
+    }
+    /* The before-noon designator never changes the hour: "12" with it stays hour 12 (kept:
+     * callers read 12 AM as noon). */
+    CONV_DateTime &record = *parse.record;
+    if (parse.meridiem == kMeridiemHourOnly && index == kMeridiemAfterNoon && record.hour != 12) {
+        record.hour = static_cast<int16_t>(record.hour + 12);
+    }
+    parse.meridiem = index;
+    return CONV_OK;
+}
+
+/* Letter Y: a year within the century, added to the century base. The sum is formed without
+ * overflow and kept by its low 16 bits, like every year. */
+uint32_t ScanCenturyYear(Parse &parse, const CONV_FieldDescriptor &field) {
+    CONV_DateTime &record = *parse.record;
+    if (record.year != conv::kUnset) {
+        return CONV_ERR_RESCAN;
+    }
+    int32_t value = 0;
+    const uint32_t status = conv::CONV_ScanNumber(&parse.source, &value, &field);
+    if (status != CONV_OK) {
+        return status;
+    }
+    record.year = Low16(static_cast<int32_t>(static_cast<uint32_t>(parse.centuryBase) +
+                                             static_cast<uint32_t>(value)));
+    return conv::CheckValue(CONV_FIELD_Y, record);
+}
+
+/* Letter E: an era name of the caller's; the era must come before the year it qualifies. */
+uint32_t ScanEra(Parse &parse, const CONV_FieldDescriptor &field) {
+    CONV_DateTime &record = *parse.record;
+    if (record.year != conv::kUnset) {
+        return CONV_ERR_RESCAN;
+    }
+    /* Only the first era slot tells whether era names were given. */
+    if (parse.names == nullptr || parse.names[CONV_NAMES_ERA] == nullptr) {
+        return CONV_ERR_NO_ERA_NAMES;
+    }
+    int32_t index = 0;
+    const uint32_t status = ScanNames(parse, parse.names + CONV_NAMES_ERA, 4, field, &index);
+    if (status == CONV_OK) {
+        record.era = static_cast<int16_t>(index);
+    }
+    return status;
+}
+
+/* Letter J: the SYEAR text (year 1) or the year within the era as a number. */
+uint32_t ScanEraYear(Parse &parse, const CONV_FieldDescriptor &field) {
+    CONV_DateTime &record = *parse.record;
+    if (record.year != conv::kUnset) {
+        return CONV_ERR_RESCAN;
+    }
+    if (parse.names == nullptr || parse.names[CONV_NAMES_SYEAR] == nullptr) {
+        return CONV_ERR_NO_SYEAR;
+    }
+    int32_t index = 0;
+    const uint32_t status = ScanNames(parse, parse.names + CONV_NAMES_SYEAR, 1, field, &index);
+    if (status == CONV_OK) {
+        record.year = 1;
+        return CONV_OK;
+    }
+    if (status != CONV_ERR_SCAN_MISMATCH) {
+        return status;
+    }
+    return ScanNumberField(parse, CONV_FIELD_J, field);
+}
+
+/* Letter F. Without a width the number is taken unscaled. With a width the characters are read
+ * as the first digits after a decimal point, scaled to fractionBase digits: with base 3, "5"
+ * gives 500 and "1234" gives 123. Either way the result must be a valid count of nanoseconds.
+ * Returns CONV_OK or the failing status. */
+uint32_t ScanFraction(Parse &parse, const CONV_FieldDescriptor &field) {
+    CONV_DateTime &record = *parse.record;
+    if (record.fraction != conv::kUnset) {
+        return CONV_ERR_RESCAN;
+    }
+    if (field.width == conv::kNotGiven) {
         int32_t value = 0;
-        const uint32_t status = CONV_ScanNumber(&parse.source, &value, &field);
+        const uint32_t status = conv::CONV_ScanNumber(&parse.source, &value, &field);
         if (status != CONV_OK) {
             return status;
         }
@@ -217,191 +296,53 @@ uint32_t ScanFraction(Parse &parse, const CONV_FieldDescriptor &field) {
         record.fraction = static_cast<int32_t>(value);
         parse.source += taken;
     }
-    /* Compared unsigned, so a negative fraction fails as well. */
-    if (static_cast<uint32_t>(record.fraction) > 999999999u) {
-        return CONV_ERR_FRACTION;
-    }
-    return CONV_OK;
+    return conv::CheckFraction(record.fraction, conv::kUnset);
 }
 
 /* Reads one field of the given letter into the record. Returns CONV_OK or the field's status. */
 uint32_t ScanField(Parse &parse, int32_t letter, const CONV_FieldDescriptor &field) {
-    CONV_DateTime &record = *parse.record;
-    uint32_t status = CONV_OK;
-    int32_t index = 0;
     switch (letter) {
-        case kLetterD:
-            status = ScanField16(parse, field, &record.day);
-            if (status == CONV_OK && (record.day < 1 || record.day > 31)) {
-                status = CONV_ERR_DAY;
-            }
-            return status;
-        case kLetterF:
+        case CONV_FIELD_F:
             return ScanFraction(parse, field);
-        case kLetterH:
-            status = ScanField16(parse, field, &record.hour);
-            if (status == CONV_OK && (record.hour < 0 || record.hour > 24)) {
-                status = CONV_ERR_HOUR24;
-            }
-            return status;
-        case kLetterI:
-            status = ScanField16(parse, field, &record.minute);
-            if (status == CONV_OK && (record.minute < 0 || record.minute > 59)) {
-                status = CONV_ERR_MINUTE;
-            }
-            return status;
-        case kLetterM:
-            status = ScanField16(parse, field, &record.month);
-            if (status == CONV_OK && (record.month < 1 || record.month > 12)) {
-                status = CONV_ERR_MONTH;
-            }
-            return status;
-        case kLetterP:
-            status = ScanField16(parse, field, &record.hour);
-            if (status != CONV_OK) {
-                return status;
-            }
-            if (record.hour < 1 || record.hour > 12) {
-                return CONV_ERR_HOUR12;
-            }
-            if (parse.meridiem == kMeridiemNone) {
-                parse.meridiem = kMeridiemHourOnly;
-            } else if (parse.meridiem == kMeridiemAfterNoon && record.hour != 12) {
-                record.hour = static_cast<int16_t>(record.hour + 12);
-            }
-            return CONV_OK;
-        case kLetterQ:
-            if (parse.meridiem == kMeridiemBeforeNoon || parse.meridiem == kMeridiemAfterNoon) {
-                return CONV_ERR_RESCAN;
-            }
-            status = ScanGroup(parse, CONV_NAMES_MERIDIEM, gCONV_DefaultMeridiem, 2, field, &index);
-            if (status != CONV_OK) {
-                return status;
-            }
-            /* The before-noon designator never changes the hour: "12" with it stays hour 12
-             * (kept: callers read 12 AM as noon). */
-            if (parse.meridiem == kMeridiemHourOnly && index == kMeridiemAfterNoon &&
-                record.hour != 12) {
-                record.hour = static_cast<int16_t>(record.hour + 12);
-            }
-            parse.meridiem = index;
-            return CONV_OK;
-        case kLetterS:
-            status = ScanField16(parse, field, &record.second);
-            if (status == CONV_OK && (record.second < 0 || record.second > 59)) {
-                status = CONV_ERR_SECOND;
-            }
-            return status;
-        case kLetterT:
-        case kLetterU:
-            if (record.dayOfWeek != kConvUnset) {
-                return CONV_ERR_RESCAN;
-            }
-            if (letter == kLetterT) {
-                status = ScanGroup(parse, CONV_NAMES_DAY, gCONV_DefaultNameOfDay, 7, field, &index);
-            } else {
-                status = ScanGroup(parse, CONV_NAMES_SHORT_DAY, gCONV_DefaultShortNameOfDay, 7,
-                                   field, &index);
-            }
-            if (status == CONV_OK) {
-                record.dayOfWeek = static_cast<int16_t>(index);
-            }
-            return status;
-        case kLetterV:
-        case kLetterW:
-            if (record.month != kConvUnset) {
-                return CONV_ERR_RESCAN;
-            }
-            if (letter == kLetterV) {
-                status =
-                    ScanGroup(parse, CONV_NAMES_MONTH, gCONV_DefaultNameOfMonth, 12, field, &index);
-            } else {
-                status = ScanGroup(parse, CONV_NAMES_SHORT_MONTH, gCONV_DefaultShortNameOfMonth, 12,
-                                   field, &index);
-            }
-            if (status == CONV_OK) {
-                record.month = static_cast<int16_t>(index + 1);
-            }
-            return status;
-        case kLetterY: {
-            if (record.year != kConvUnset) {
-                return CONV_ERR_RESCAN;
-            }
-            int32_t value = 0;
-            status = CONV_ScanNumber(&parse.source, &value, &field);
-            if (status != CONV_OK) {
-                return status;
-            }
-            /* The sum is formed without overflow and kept by its low 16 bits, like every year. */
-            record.year = Low16(static_cast<int32_t>(static_cast<uint32_t>(parse.centuryBase) +
-                                                     static_cast<uint32_t>(value)));
-            return record.year == kConvUnset ? CONV_ERR_YEAR : CONV_OK;
-        }
-        case kLetterZ:
-            status = ScanField16(parse, field, &record.year);
-            if (status == CONV_OK && record.year == kConvUnset) {
-                status = CONV_ERR_YEAR;
-            }
-            return status;
-        case kLetterE:
-            /* The era must come before the year it qualifies. */
-            if (record.year != kConvUnset) {
-                return CONV_ERR_RESCAN;
-            }
-            /* Only the first era slot tells whether era names were given. */
-            if (parse.names == nullptr || parse.names[CONV_NAMES_ERA] == nullptr) {
-                return CONV_ERR_NO_ERA_NAMES;
-            }
-            status = ScanNames(parse, parse.names + CONV_NAMES_ERA, 4, field, &index);
-            if (status == CONV_OK) {
-                record.era = static_cast<int16_t>(index);
-            }
-            return status;
-        case kLetterJ: {
-            if (record.year != kConvUnset) {
-                return CONV_ERR_RESCAN;
-            }
-            if (parse.names == nullptr || parse.names[CONV_NAMES_SYEAR] == nullptr) {
-                return CONV_ERR_NO_SYEAR;
-            }
-            status = ScanNames(parse, parse.names + CONV_NAMES_SYEAR, 1, field, &index);
-            if (status == CONV_OK) {
-                record.year = 1;
-                return CONV_OK;
-            }
-            if (status != CONV_ERR_SCAN_MISMATCH) {
-                return status;
-            }
-            status = ScanField16(parse, field, &record.year);
-            if (status == CONV_OK && record.year == kConvUnset) {
-                status = CONV_ERR_YEAR;
-            }
-            return status;
-        }
+        case CONV_FIELD_P:
+            return ScanHour12(parse, field);
+        case CONV_FIELD_Q:
+            return ScanMeridiem(parse, field);
+        case CONV_FIELD_T:
+        case CONV_FIELD_U:
+        case CONV_FIELD_V:
+        case CONV_FIELD_W:
+            return ScanNameField(parse, letter, field);
+        case CONV_FIELD_Y:
+            return ScanCenturyYear(parse, field);
+        case CONV_FIELD_E:
+            return ScanEra(parse, field);
+        case CONV_FIELD_J:
+            return ScanEraYear(parse, field);
         default:
-            return CONV_ERR_CONVERSION;
+            return ScanNumberField(parse, letter, field);
     }
 }
 
 /* The checks made once reading has ended: era year to Gregorian year, 24:00:00, the day within
  * its month, then what is left of the source or the format. Returns CONV_OK or the status. */
 uint32_t FinishParse(CONV_DateTime &record, bool sourceLeft, bool formatLeft) {
-    if (record.era != kConvUnset) {
-        if (record.year == kConvUnset) {
+    if (record.era != conv::kUnset) {
+        if (record.year == conv::kUnset) {
             return CONV_ERR_YEAR;
         }
         const uint32_t status =
-            CONV_EraYearToYear(record.era, record.year, record.month, record.day, &record.year);
+            conv::EraYearToYear(record.era, record.year, record.month, record.day, &record.year);
         if (status != CONV_OK) {
             return status;
         }
     }
-    if (record.hour == 24 && ((record.minute != kConvUnset && record.minute != 0) ||
-                              (record.second != kConvUnset && record.second != 0))) {
+    if (record.hour == 24 && ((record.minute != conv::kUnset && record.minute != 0) ||
+                              (record.second != conv::kUnset && record.second != 0))) {
         return CONV_ERR_HOUR24;
     }
-    if (record.day != kConvUnset && record.month != kConvUnset) {
-        const uint32_t status = CONV_CheckDayInMonth(record.day, record.month, record.year);
+    if (record.day != conv::kUnset && record.month != conv::kUnset) {
+        const uint32_t status = conv::CheckDayInMonth(record.day, record.month, record.year);
         if (status != CONV_OK) {
             return status;
         }
@@ -435,7 +376,7 @@ extern "C" uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *sou
         fieldCount = &localCount;
     }
     *fieldCount = 0;
-    *failedField = kConvNoField;
+    *failedField = CONV_FIELD_NONE;
 
     /* The record is reset before reading, so a source stored in it must be copied first. */
     char *duplicate = nullptr;
@@ -455,7 +396,7 @@ extern "C" uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *sou
     if (overlaps) {
         const size_t sourceLength = strlen(source);
         duplicate = static_cast<char *>(
-            MMFLAT_New(static_cast<uint32_t>(sourceLength + 1), nullptr, __FILE__, __LINE__));
+            MMFLAT_New(static_cast<uint32_t>(sourceLength + 1), nullptr, kSourcePath, __LINE__));
         if (duplicate == nullptr) {
             return CONV_ERR_MEMORY;
         }
@@ -476,13 +417,9 @@ extern "C" uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *sou
     Parse parse{source, record, names, centuryBase, kMeridiemNone};
     const char *fmt = format;
     while (*parse.source != '\0' && *fmt != '\0') {
-        if (*fmt == '%' && ReadPlainField(parse, &fmt)) {
-            ++*fieldCount;
-            continue;
-        }
         CONV_FieldDescriptor field;
         /* Only a "%" can begin a field: other characters skip the field reader. */
-        const int32_t letter = *fmt == '%' ? CONV_ReadField(&fmt, &field) : -1;
+        const int32_t letter = *fmt == '%' ? conv::CONV_CheckField(&fmt, &field) : -1;
         if (letter < 0) {
             /* A literal must stand in the source as it is; "%%" matches a single "%". */
             if (*parse.source != *fmt) {
@@ -495,7 +432,10 @@ extern "C" uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *sou
         }
         ++*fieldCount;
         fmt += field.length;
-        const uint32_t status = ScanField(parse, letter, field);
+        uint32_t status = CONV_OK;
+        if (!ScanNumberDirect(parse, letter, field, &status)) {
+            status = ScanField(parse, letter, field);
+        }
         if (status != CONV_OK) {
             *failedField = static_cast<uint16_t>(letter);
             MMFLAT_Free(duplicate);

@@ -1,57 +1,27 @@
 /* SPDX-License-Identifier: MIT */
-// Readers shared by the date-time formatter and parser: the "%" field reader of the format
-// language with its digit reader, and the readers of a name or a number from source text.
-#include <climits>
+// The source scanners shared by the date-time parser: the readers of a name and of a number
+// from source text. (The reader of "%" fields is inline in datetime_internal.h.)
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 #include <nlssupport/convlib.h>
-#include "convlib/convlib_internal.h"
+#include "datetime_internal.h"
+#include "convlib_export.h"
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
     "@(#)     fieldscan.cpp\t\t$Revision$\t$Date$\t",
     "@(#)     convlib.h\t\t$Revision$\t$Date$",
-    "@(#)     convlib_internal.h\t\t$Revision$\t$Date$",
+    "@(#)     datetime_internal.h\t\t$Revision$\t$Date$",
+    "@(#)     convlib_export.h\t\t$Revision$\t$Date$",
     "@(#)     PLATFORM : Linux on Intel",
 };
 
-// Width and precision value that stands for "not given".
-constexpr uint16_t kNotGiven = 65535;
 // Widest field the number reader copies (three digits of width).
 constexpr size_t kMaxFieldWidth = 999;
-
-// strtol in base ten with the results of a 32-bit long: a value beyond the 32-bit range comes
-// back as the nearest 32-bit limit, as it does where long has 32 bits.
-int32_t StrToLong32(const char *text, char **end) noexcept {
-    const long value = std::strtol(text, end, 10);
-    if (value > INT32_MAX) {
-        return INT32_MAX;
-    }
-    if (value < INT32_MIN) {
-        return INT32_MIN;
-    }
-    return static_cast<int32_t>(value);
-}
 }  // namespace
 
-const char gCONV_Letter[17] = "DFHIMPQSTUVWYZEJ";
-
-// Reads up to three digits at *position: returns their value and moves *position past them,
-// adding their number to *count; returns -1 and changes nothing when the first character is no
-// digit.
-int32_t CONV_CheckNumber(const char **position, uint16_t *count) noexcept {
-    return CONV_ReadFieldDigits(position, count);
-}
-
-// Reads the "%" field at *position into *descriptor and returns its field index 0..15, or -1
-// when the text is not a field (the descriptor is then left as it was). The position is not
-// moved, except that "%%" moves it on to the second "%" (the caller then copies that one as a
-// literal); the caller advances past a field by the descriptor's length.
-int32_t CONV_CheckField(const char **position, CONV_FieldDescriptor *descriptor) noexcept {
-    return CONV_ReadField(position, descriptor);
-}
+namespace conv {
 
 // Finds the first of the count names that stands at *position, byte-exact. Without a width a
 // whole name must stand there and the position moves past it; with a width the field of that
@@ -119,7 +89,7 @@ uint32_t CONV_ScanNumber(const char **position, int32_t *value,
     const char *source = *position;
     const uint16_t width = descriptor->width;
     int32_t number;
-    if (CONV_ScanPlainDigits(position, value, width)) {
+    if (ScanPlainDigits(position, value, width)) {
         return CONV_OK;
     }
     if (width != kNotGiven) {
@@ -149,3 +119,5 @@ uint32_t CONV_ScanNumber(const char **position, int32_t *value,
     *value = number;
     return CONV_OK;
 }
+
+}  // namespace conv

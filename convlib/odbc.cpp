@@ -9,7 +9,7 @@
 #include <string.h>
 
 #include <nlssupport/convlib.h>
-#include "convlib/datetime_internal.h"
+#include "datetime_internal.h"
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -11,7 +11,7 @@
 #include <cstdint>
 
 #include <nlssupport/errlib.h>
-#include "errlib/errstack_internal.h"
+#include "errstack_internal.h"
 
 namespace {
 
@@ -214,7 +214,7 @@ extern "C" int ERRLIB_ErrorStack_RemoveLastError_U(ERRLIB_ErrorStack *stack) noe
     }
     if (fromSlot) {
         // A slot always holds a heap record, even if its class was changed to 2 since.
-        errlib_internal::FreeHeapRecord(record);
+        errlib::FreeHeapRecord(record);
         return 0;
     }
     return ERRLIB_Error_Release(record, stack);
@@ -257,7 +257,7 @@ extern "C" int ERRLIB_ErrorStack_Clear(ERRLIB_ErrorStack *stack) noexcept {
             return 1;
         }
         // A slot always holds a heap record, even if its class was changed to 2 since.
-        errlib_internal::FreeHeapRecord(stack->slots[i]);
+        errlib::FreeHeapRecord(stack->slots[i]);
     }
     stack->count = 0;
     stack->reservedWord = 0;

@@ -8,7 +8,7 @@
 #include <ctime>
 
 #include <nlssupport/errlib.h>
-#include "errlib/errstack_internal.h"
+#include "errstack_internal.h"
 #include <nlssupport/memmgr.h>
 
 namespace {
@@ -24,10 +24,10 @@ namespace {
 /* Source path passed to the allocator with this file's own allocations (identifies call sites). */
 constexpr char kSourcePath[] = "errlib/errrecord.cpp";
 
-using errlib_internal::CopyText;
-using errlib_internal::FixedBufferSize;
-using errlib_internal::kMessageBufferSize;
-using errlib_internal::kNameBufferSize;
+using errlib::CopyText;
+using errlib::FixedBufferSize;
+using errlib::kMessageBufferSize;
+using errlib::kNameBufferSize;
 
 /* The text field behind a text field id (3, 4, 5, 7); null for any other id. */
 char **TextField(ERRLIB_Error *record, int32_t fieldId) {
@@ -90,7 +90,7 @@ void FreeTexts(ERRLIB_Error *record) {
 
 }  // namespace
 
-namespace errlib_internal {
+namespace errlib {
 
 /* Frees a record taken out of a slot array and its four texts, whatever its class. */
 void FreeHeapRecord(ERRLIB_Error *record) {
@@ -101,7 +101,7 @@ void FreeHeapRecord(ERRLIB_Error *record) {
     MMFLAT_Free(record);
 }
 
-}  // namespace errlib_internal
+}  // namespace errlib
 
 /*
  * Allocates an empty heap record (component, code, class and line 0, texts null, timestamp now)
@@ -248,7 +248,7 @@ extern "C" int ERRLIB_Error_Clear(ERRLIB_Error *record, ERRLIB_ErrorStack *stack
     record->code = 0;
     record->line = 0;
     if (record->errorClass == ERRLIB_CLASS_MEMORY) {
-        const bool own = errlib_internal::IsReservedRecordOf(record, stack);
+        const bool own = errlib::IsReservedRecordOf(record, stack);
         ZeroText(record->origin, kNameBufferSize, own);
         ZeroText(record->function, kNameBufferSize, own);
         ZeroText(record->file, kNameBufferSize, own);
@@ -275,7 +275,7 @@ extern "C" int ERRLIB_Error_Copy(ERRLIB_Error *target, const ERRLIB_Error *sourc
     if (target == nullptr || source == nullptr) {
         return 1;
     }
-    if (errlib_internal::IsReservedRecordOf(target, stack)) {
+    if (errlib::IsReservedRecordOf(target, stack)) {
         return 1;
     }
     if (target == source) {
@@ -305,7 +305,7 @@ extern "C" int ERRLIB_Error_Copy(ERRLIB_Error *target, const ERRLIB_Error *sourc
     return 0;
 }
 
-namespace errlib_internal {
+namespace errlib {
 
 bool CopyText(char **field, const char *text, ERRLIB_ErrorStack *stack, const char *path,
               int32_t line) {
@@ -323,4 +323,4 @@ bool CopyText(char **field, const char *text, ERRLIB_ErrorStack *stack, const ch
     return true;
 }
 
-}  // namespace errlib_internal
+}  // namespace errlib

@@ -8,7 +8,7 @@
 #include <ctime>
 
 #include <nlssupport/errlib.h>
-#include "errlib/errstack_internal.h"
+#include "errstack_internal.h"
 #include <nlssupport/memmgr.h>
 
 namespace {
@@ -24,8 +24,8 @@ namespace {
 /* Source path passed to the allocator with this file's own allocations (identifies call sites). */
 constexpr char kSourcePath[] = "errlib/errstack.cpp";
 
-using errlib_internal::kMessageBufferSize;
-using errlib_internal::kNameBufferSize;
+using errlib::kMessageBufferSize;
+using errlib::kNameBufferSize;
 
 /*
  * Copies at most size - 1 characters of `text` into the fixed buffer `buffer` of `size` bytes,
@@ -79,7 +79,7 @@ bool EnsureFreeSlot(ERRLIB_ErrorStack *stack) {
     if (stack->count < stack->capacity) {
         return true;
     }
-    const int32_t newCapacity = stack->count + errlib_internal::kSlotGrowth;
+    const int32_t newCapacity = stack->count + errlib::kSlotGrowth;
     const auto bytes =
         static_cast<uint32_t>(static_cast<std::size_t>(newCapacity) * sizeof(ERRLIB_Error *));
     auto **grown = static_cast<ERRLIB_Error **>(
@@ -114,17 +114,17 @@ extern "C" int ERRLIB_ErrorStack_Create(ERRLIB_ErrorStack **stackOut) noexcept {
         return 1;
     }
     auto **slots = static_cast<ERRLIB_Error **>(
-        MMFLAT_New(static_cast<uint32_t>(errlib_internal::kInitialSlots * sizeof(ERRLIB_Error *)),
+        MMFLAT_New(static_cast<uint32_t>(errlib::kInitialSlots * sizeof(ERRLIB_Error *)),
                    nullptr, kSourcePath, __LINE__));
     if (slots == nullptr) {
         MMFLAT_Free(stack);
         return 1;
     }
-    for (int32_t i = 0; i < errlib_internal::kInitialSlots; ++i) {
+    for (int32_t i = 0; i < errlib::kInitialSlots; ++i) {
         slots[i] = nullptr;
     }
     stack->count = 0;
-    stack->capacity = errlib_internal::kInitialSlots;
+    stack->capacity = errlib::kInitialSlots;
     stack->reservedWord = 0;
     stack->memoryErrorInUse = 0;
     stack->slots = slots;
@@ -171,7 +171,7 @@ extern "C" int ERRLIB_ErrorStack_Destroy(ERRLIB_ErrorStack *stack) noexcept {
     if (status != 0) {
         // The clear stopped at a null slot: free the records it did not reach.
         for (int32_t i = 0; i < stack->count; ++i) {
-            errlib_internal::FreeHeapRecord(stack->slots[i]);
+            errlib::FreeHeapRecord(stack->slots[i]);
         }
     }
     MMFLAT_Free(stack->memoryError.origin);
@@ -211,16 +211,16 @@ extern "C" int ERRLIB_ErrorStack_AddError(ERRLIB_ErrorStack *stack, int32_t comp
     record->code = code;
     record->errorClass = errorClass;
     record->line = line;
-    if (!errlib_internal::CopyText(&record->origin, origin, stack, kSourcePath, __LINE__) ||
-        !errlib_internal::CopyText(&record->function, function, stack, kSourcePath, __LINE__) ||
-        !errlib_internal::CopyText(&record->file, file, stack, kSourcePath, __LINE__) ||
-        !errlib_internal::CopyText(&record->message, message, stack, kSourcePath, __LINE__)) {
-        errlib_internal::FreeHeapRecord(record);  // not pushed; given back rather than lost
+    if (!errlib::CopyText(&record->origin, origin, stack, kSourcePath, __LINE__) ||
+        !errlib::CopyText(&record->function, function, stack, kSourcePath, __LINE__) ||
+        !errlib::CopyText(&record->file, file, stack, kSourcePath, __LINE__) ||
+        !errlib::CopyText(&record->message, message, stack, kSourcePath, __LINE__)) {
+        errlib::FreeHeapRecord(record);  // not pushed; given back rather than lost
         return 1;
     }
     record->timestamp = std::time(nullptr);
     if (!EnsureFreeSlot(stack)) {
-        errlib_internal::FreeHeapRecord(record);
+        errlib::FreeHeapRecord(record);
         return 1;
     }
     stack->slots[stack->count] = record;

@@ -26,7 +26,7 @@ struct ERRLIB_ErrorStack {
     ERRLIB_Error **slots;     /* capacity pointers to heap records */
 };
 
-namespace errlib_internal {
+namespace __attribute__((visibility("hidden"))) errlib {
 
 inline constexpr int32_t kInitialSlots = 20;
 inline constexpr int32_t kSlotGrowth = 10;
@@ -67,6 +67,6 @@ void FreeHeapRecord(ERRLIB_Error *record);
 bool CopyText(char **field, const char *text, ERRLIB_ErrorStack *stack, const char *path,
               int32_t line);
 
-}  // namespace errlib_internal
+}  // namespace errlib
 
 #endif /* ERRLIB_ERRSTACK_INTERNAL_H */

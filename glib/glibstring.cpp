@@ -6,7 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "glib/glib_internal.h"
+#include "convlib_export.h"
+#include "glib_internal.h"
 #include <nlssupport/glib.h>
 
 namespace {
@@ -14,6 +15,7 @@ namespace {
     "@(#)     glibstring.cpp\t\t$Revision$\t$Date$\t",
     "@(#)     glib.h\t\t$Revision$\t$Date$",
     "@(#)     glib_internal.h\t\t$Revision$\t$Date$",
+    "@(#)     convlib_export.h\t\t$Revision$\t$Date$",
     "@(#)     PLATFORM : Linux on Intel",
 };
 
@@ -101,5 +103,5 @@ extern "C" int32_t GLIB_strtol(const char *text, char **end) noexcept {
         ++p;
     if (end != nullptr)
         *end = const_cast<char *>(p);
-    return glib::SaturateToInt32(std::strtol(text, nullptr, 10));
+    return conv::StrToLong32(text, nullptr);
 }

@@ -5,7 +5,8 @@
 #include <climits>
 #include <cstdlib>
 
-#include "glib/glib_internal.h"
+#include "convlib_export.h"
+#include "glib_internal.h"
 #include <nlssupport/glib.h>
 
 namespace {
@@ -13,6 +14,7 @@ namespace {
     "@(#)     glibwide.cpp\t\t$Revision$\t$Date$\t",
     "@(#)     glib.h\t\t$Revision$\t$Date$",
     "@(#)     glib_internal.h\t\t$Revision$\t$Date$",
+    "@(#)     convlib_export.h\t\t$Revision$\t$Date$",
     "@(#)     PLATFORM : Linux on Intel",
 };
 
@@ -220,5 +222,5 @@ extern "C" int32_t GLIB_wtoi(const GLIB_WChar *text) noexcept {
     for (; i < kWtoiUnits && text[i] != 0; ++i)
         narrow[i] = static_cast<char>(text[i] & 0xFF);
     narrow[i] = 0;
-    return glib::SaturateToInt32(std::strtol(narrow, nullptr, 10));
+    return conv::StrToLong32(narrow, nullptr);
 }

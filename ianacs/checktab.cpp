@@ -12,7 +12,7 @@
 #include <iterator>
 
 #include <nlssupport/ianacs.h>
-#include "ianacs/tabcheck.h"
+#include "tabcheck.h"
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

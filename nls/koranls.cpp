@@ -77,11 +77,9 @@ extern "C" int KORANLS_GetOsCodePageIanaName(char *buffer, int32_t size,
     if (buffer == nullptr) {
         return 1;
     }
-    if (size <= 0) {
-        // No room for even the terminator: the buffer is left alone. The text to look up would be
-        // "", which is in no table, so the outcome is the success of an unknown name.
-        return KORANLS_GetOsCodePageName(buffer, size, 1, stack);
-    }
+    // The buffer reads "" whatever follows, whatever the size: callers pass at least size + 1
+    // bytes, so even size 0 has this one byte. A size of 0 or below then copies nothing, and ""
+    // is in no table: the outcome is the success of an unknown name with the buffer "".
     buffer[0] = '\0';
     if (KORANLS_GetOsCodePageName(buffer, size, 1, stack) != 0) {
         return 1;

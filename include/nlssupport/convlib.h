@@ -452,10 +452,40 @@ uint32_t CONV_UInt32ToUInt8(uint8_t *target, uint32_t value) CONV_NOEXCEPT;
 typedef struct CONV_FieldDescriptor {
     uint16_t flag;      /**< 0 no flag, 1 `-` (left-justified), 2 `0` (zero-padded). */
     uint16_t width;     /**< Width 1..999, or 65535 when none is given. */
-    uint16_t index;     /**< Field index 0..15: the letter's position in "DFHIMPQSTUVWYZEJ". */
+    uint16_t index;     /**< Field index 0..15: the letter's position in #gCONV_Letter. */
     uint16_t length;    /**< Format characters of the field, from `%` to the letter inclusive. */
     uint16_t precision; /**< Precision 1..9, or 65535 when none is given. */
 } CONV_FieldDescriptor;
+
+/**
+ * @name Field indexes of the date-time format letters
+ * A letter's field index is its position in #gCONV_Letter. The formatter and the parser report
+ * the index of the field that failed in their failedField result, and CONV_FIELD_NONE when no
+ * field failed.
+ */
+/** @{ */
+#define CONV_FIELD_D 0  /**< D: day of the month. */
+#define CONV_FIELD_F 1  /**< F: fraction of a second. */
+#define CONV_FIELD_H 2  /**< H: hour on the 24-hour clock. */
+#define CONV_FIELD_I 3  /**< I: minute. */
+#define CONV_FIELD_M 4  /**< M: month number. */
+#define CONV_FIELD_P 5  /**< P: hour on the 12-hour clock. */
+#define CONV_FIELD_Q 6  /**< Q: meridiem designator. */
+#define CONV_FIELD_S 7  /**< S: second. */
+#define CONV_FIELD_T 8  /**< T: full day name. */
+#define CONV_FIELD_U 9  /**< U: short day name. */
+#define CONV_FIELD_V 10 /**< V: full month name. */
+#define CONV_FIELD_W 11 /**< W: short month name. */
+#define CONV_FIELD_Y 12 /**< Y: year within the century. */
+#define CONV_FIELD_Z 13 /**< Z: full year. */
+#define CONV_FIELD_E 14 /**< E: era name. */
+#define CONV_FIELD_J 15 /**< J: year within the era, or the SYEAR text. */
+/** No field: the failedField result when no field failed. */
+#define CONV_FIELD_NONE 65535
+
+/** The sixteen field letters, "DFHIMPQSTUVWYZEJ", in the order of their field indexes. */
+extern const char gCONV_Letter[17];
+/** @} */
 
 /**
  * Checks that a text is a decimal number under the number-syntax flags.
@@ -1447,7 +1477,7 @@ uint32_t CONV_GetDayOfWeek(CONV_DateTime *record) CONV_NOEXCEPT;
  * that does not begin a valid field is an ordinary literal and the characters after it are read
  * on as usual: <tt>\%X</tt> writes <tt>\%X</tt>, and `%00D`, `%-0D`, `%.0F`, `%.10F`, `%.F`
  * and `%1000D` are not fields. `%%` writes one `%`. A flag without a width has no effect
- * (`%0D` writes the day unpadded). The letter's position in "DFHIMPQSTUVWYZEJ" is its field
+ * (`%0D` writes the day unpadded). The letter's position in #gCONV_Letter is its field
  * index.
  *
  * | Letter | Index | Writes | Status when the value cannot be written |
@@ -1503,14 +1533,16 @@ uint32_t CONV_GetDayOfWeek(CONV_DateTime *record) CONV_NOEXCEPT;
  *       instead of CONV_ERR_TARGET_TOO_SMALL; the digits shown are the leading digits of the
  *       value, and callers accept the shortened text.
  *
- * @param[out]    target       The buffer, targetSize bytes; NUL-terminated on return whenever
- *                             targetSize is at least 1, also on failure.
+ * @param[out]    target       The buffer, targetSize bytes and never less than one byte:
+ *                             NUL-terminated on return, also on failure; with targetSize 0 or
+ *                             below only target[0] is written (the NUL).
  * @param[in,out] record       The values; only its era field is written: set to CONV_DT_UNSET
  *                             at the start (also when targetSize is below 1), then to the era
  *                             of an E field. A record that shares bytes with the target is read
  *                             from a copy, and the copy receives those writes.
- * @param[in]     targetSize   Bytes of target, terminator included. 0 or less writes nothing
- *                             and returns CONV_ERR_TARGET_TOO_SMALL.
+ * @param[in]     targetSize   Bytes of target, terminator included. 0 or less leaves no room
+ *                             for text: the NUL goes to target[0], and the result is
+ *                             CONV_ERR_TARGET_TOO_SMALL (CONV_OK for an empty format).
  * @param[in]     format       The format, NUL-terminated.
  * @param[in]     names        The names record, or null for the default names. Null day, month
  *                             and meridiem slots take their default text; era names and the
@@ -1523,7 +1555,8 @@ uint32_t CONV_GetDayOfWeek(CONV_DateTime *record) CONV_NOEXCEPT;
  * @retval CONV_OK                   The whole format was written.
  * @retval CONV_WARN_TRUNCATION      The room ended inside a fraction field.
  * @retval CONV_ERR_TARGET_TOO_SMALL The room ended inside another field or between fields, or
- *                                   targetSize is below 1 (a size of 1 holds only the NUL).
+ *                                   there was no room at all (a size of 1 or below holds only the
+ *                                   NUL).
  * @retval CONV_ERR_DAY              (and CONV_ERR_MONTH, CONV_ERR_YEAR, CONV_ERR_DAY_OF_WEEK,
  *                                   CONV_ERR_SECOND, CONV_ERR_MINUTE, CONV_ERR_HOUR24,
  *                                   CONV_ERR_FRACTION, CONV_ERR_FRACTION_BASE) A field's value
@@ -1675,8 +1708,8 @@ uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *source, const 
  *       written as a plain nanosecond count, left-justified and padded with blanks to nine
  *       places ("5000000" and two blanks for 5000000), unlike the fast path.
  *
- * @param[out] target       The buffer, targetSize bytes; NUL-terminated when targetSize is at
- *                          least 1.
+ * @param[out] target       The buffer, targetSize bytes and never less than one byte; always
+ *                          NUL-terminated (with targetSize 0 or below, at target[0] only).
  * @param[in]  record       The values; only read.
  * @param[in]  targetSize   Bytes of target, terminator included.
  * @param[out] failedField  May be null; untouched on the fast path, else as for
@@ -1686,7 +1719,7 @@ uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *source, const 
  * @retval CONV_OK                   Written (always on the fast path).
  * @retval CONV_WARN_TRUNCATION      Slow path: only the fraction was cut.
  * @retval CONV_ERR_TARGET_TOO_SMALL Slow path: an earlier field was cut, or targetSize is below
- *                                   1 (nothing written).
+ *                                   1 (only the NUL at target[0]).
  * @retval CONV_ERR_YEAR             (and the other field statuses of CONV_DateTimeToString) Slow
  *                                   path: a value cannot be written.
  */
@@ -1698,8 +1731,8 @@ uint32_t CONV_DateTimeToODBCTSString(char *target, const CONV_DateTime *record, 
  * Fast path with targetSize 9 or more; slow path with the format `%02H:%02I:%02S` (8 bytes give
  * "13:07:0" and CONV_ERR_TARGET_TOO_SMALL).
  *
- * @param[out] target       The buffer, targetSize bytes; NUL-terminated when targetSize is at
- *                          least 1.
+ * @param[out] target       The buffer, targetSize bytes and never less than one byte; always
+ *                          NUL-terminated (with targetSize 0 or below, at target[0] only).
  * @param[in]  record       The values; only read.
  * @param[in]  targetSize   Bytes of target, terminator included.
  * @param[out] failedField  May be null; untouched on the fast path, else as for
@@ -1708,7 +1741,7 @@ uint32_t CONV_DateTimeToODBCTSString(char *target, const CONV_DateTime *record, 
  *                          CONV_DateTimeToString.
  * @retval CONV_OK                   Written (always on the fast path).
  * @retval CONV_ERR_TARGET_TOO_SMALL Slow path: the text was cut, or targetSize is below 1
- *                                   (nothing written).
+ *                                   (only the NUL at target[0]).
  * @retval CONV_ERR_HOUR24           (and CONV_ERR_MINUTE, CONV_ERR_SECOND) Slow path: a value
  *                                   cannot be written.
  */
@@ -1722,8 +1755,8 @@ uint32_t CONV_DateTimeToODBCTimeString(char *target, const CONV_DateTime *record
  * format `%04Z-%02M-%02D` (10 bytes give "2009-03-0" and CONV_ERR_TARGET_TOO_SMALL; month 13
  * gives CONV_ERR_MONTH).
  *
- * @param[out] target       The buffer, targetSize bytes; NUL-terminated when targetSize is at
- *                          least 1.
+ * @param[out] target       The buffer, targetSize bytes and never less than one byte; always
+ *                          NUL-terminated (with targetSize 0 or below, at target[0] only).
  * @param[in]  record       The values; only read.
  * @param[in]  targetSize   Bytes of target, terminator included.
  * @param[out] failedField  May be null; untouched on the fast path, else as for
@@ -1732,7 +1765,7 @@ uint32_t CONV_DateTimeToODBCTimeString(char *target, const CONV_DateTime *record
  *                          CONV_DateTimeToString.
  * @retval CONV_OK                   Written (always on the fast path).
  * @retval CONV_ERR_TARGET_TOO_SMALL Slow path: the text was cut, or targetSize is below 1
- *                                   (nothing written).
+ *                                   (only the NUL at target[0]).
  * @retval CONV_ERR_YEAR             (and CONV_ERR_MONTH, CONV_ERR_DAY) Slow path: a value cannot
  *                                   be written.
  */

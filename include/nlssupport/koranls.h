@@ -99,18 +99,20 @@ int KORANLS_GetOsCodePageName(char *buffer, int32_t size, int32_t flag,
  * `buffer[size]`. Callers pass a buffer of at least size + 1 bytes whenever a preferred name of
  * exactly @p size characters can occur (the longest has 45 characters). Kept for compatibility.
  *
- * @param[out]    buffer Receives the name and its terminator; size + 1 bytes (see the warning).
- *                       Must not be null (a null buffer returns 1 at once, nothing read or
- *                       recorded).
+ * @param[out]    buffer Receives the name and its terminator; size + 1 bytes (see the warning),
+ *                       so at least one byte: buffer[0] is set to the terminator first,
+ *                       whatever the size. Must not be null (a null buffer returns 1 at once,
+ *                       nothing read or recorded).
  * @param[in]     size   Number of characters the name may have (signed). 0 or less: the buffer
- *                       is left untouched and only the code set is read (status as below).
+ *                       reads "" (only buffer[0] is written) and only the code set is read
+ *                       (status as below).
  * @param[in,out] stack  Optional error stack that receives the empty-code-set record of
  *                       KORANLS_GetOsCodePageName; null: nothing is recorded.
  * @retval 0 The buffer holds the preferred IANA name; or it holds the operating-system name
  *           because that name is unknown to #gIANACSOS_AliasTab or its MIBenum has no
  *           information row; or @p size is 0 or less and the code set could be read (buffer
- *           untouched).
- * @retval 1 The code set is empty (buffer "" when @p size is positive, one record pushed onto
+ *           "").
+ * @retval 1 The code set is empty (buffer "", one record pushed onto
  *           @p stack); or the preferred name is longer than @p size (the buffer keeps the
  *           operating-system name, nothing recorded; e.g. "EUC-JP", whose preferred name has 45
  *           characters, with size 41); or @p buffer is null.

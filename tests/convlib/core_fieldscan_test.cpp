@@ -10,7 +10,7 @@
 #include <string>
 
 #include <nlssupport/convlib.h>
-#include "convlib/convlib_internal.h"
+#include "convlib/datetime_internal.h"
 
 namespace {
 
@@ -28,10 +28,10 @@ TEST(CoreCheckNumber, ReadsAtMostThreeDigits) {
     const char *text = "12345";
     const char *position = text;
     uint16_t count = 4;
-    EXPECT_EQ(CONV_CheckNumber(&position, &count), 123);
+    EXPECT_EQ(conv::CONV_CheckNumber(&position, &count), 123);
     EXPECT_EQ(position, text + 3);
     EXPECT_EQ(count, 7);
-    EXPECT_EQ(CONV_CheckNumber(&position, &count), 45);
+    EXPECT_EQ(conv::CONV_CheckNumber(&position, &count), 45);
     EXPECT_EQ(position, text + 5);
     EXPECT_EQ(count, 9);
 }
@@ -40,12 +40,12 @@ TEST(CoreCheckNumber, NoDigitChangesNothing) {
     const char *text = "x12";
     const char *position = text;
     uint16_t count = 2;
-    EXPECT_EQ(CONV_CheckNumber(&position, &count), -1);
+    EXPECT_EQ(conv::CONV_CheckNumber(&position, &count), -1);
     EXPECT_EQ(position, text);
     EXPECT_EQ(count, 2);
     const char *empty = "";
     position = empty;
-    EXPECT_EQ(CONV_CheckNumber(&position, &count), -1);
+    EXPECT_EQ(conv::CONV_CheckNumber(&position, &count), -1);
     EXPECT_EQ(position, empty);
 }
 
@@ -53,13 +53,13 @@ TEST(CoreCheckNumber, LeadingZerosAndShortRuns) {
     const char *text = "007D";
     const char *position = text;
     uint16_t count = 0;
-    EXPECT_EQ(CONV_CheckNumber(&position, &count), 7);
+    EXPECT_EQ(conv::CONV_CheckNumber(&position, &count), 7);
     EXPECT_EQ(count, 3);
     EXPECT_EQ(*position, 'D');
     text = "9.";
     position = text;
     count = 0;
-    EXPECT_EQ(CONV_CheckNumber(&position, &count), 9);
+    EXPECT_EQ(conv::CONV_CheckNumber(&position, &count), 9);
     EXPECT_EQ(count, 1);
 }
 
@@ -71,7 +71,7 @@ TEST(CoreCheckField, FullFieldFillsEveryMember) {
     const char *text = "%-10.3F rest";
     const char *position = text;
     CONV_FieldDescriptor d{};
-    EXPECT_EQ(CONV_CheckField(&position, &d), 1);
+    EXPECT_EQ(conv::CONV_CheckField(&position, &d), 1);
     EXPECT_EQ(position, text);  // the caller advances by the length
     EXPECT_EQ(d.flag, 1);
     EXPECT_EQ(d.width, 10);
@@ -104,7 +104,7 @@ TEST(CoreCheckField, TableOfFields) {
     for (const FieldCase &c : kFieldCases) {
         const char *position = c.text;
         CONV_FieldDescriptor d{77, 77, 77, 77, 77};
-        EXPECT_EQ(CONV_CheckField(&position, &d), c.result) << c.text;
+        EXPECT_EQ(conv::CONV_CheckField(&position, &d), c.result) << c.text;
         EXPECT_EQ(position, c.text) << c.text;
         if (c.result >= 0) {
             EXPECT_EQ(d.index, c.result) << c.text;
@@ -123,7 +123,7 @@ TEST(CoreCheckField, EveryLetterGivesItsIndex) {
         const char text[3] = {'%', gCONV_Letter[i], '\0'};
         const char *position = text;
         CONV_FieldDescriptor d{};
-        EXPECT_EQ(CONV_CheckField(&position, &d), i);
+        EXPECT_EQ(conv::CONV_CheckField(&position, &d), i);
         EXPECT_EQ(d.index, i);
     }
 }
@@ -132,10 +132,10 @@ TEST(CoreCheckField, DoublePercentMovesToTheSecondPercent) {
     const char *text = "%%D";
     const char *position = text;
     CONV_FieldDescriptor d{};
-    EXPECT_EQ(CONV_CheckField(&position, &d), -1);
+    EXPECT_EQ(conv::CONV_CheckField(&position, &d), -1);
     EXPECT_EQ(position, text + 1);
     // Read again at the second "%": "%D" is a field.
-    EXPECT_EQ(CONV_CheckField(&position, &d), 0);
+    EXPECT_EQ(conv::CONV_CheckField(&position, &d), 0);
 }
 
 const char *const kMonths[] = {"Jan", "January", "Feb"};
@@ -145,7 +145,7 @@ TEST(CoreScanString, WithoutWidthFirstNameInTableOrderWins) {
     const char *position = text;
     uint16_t index = 99;
     const CONV_FieldDescriptor d = Descriptor(0, kNone);
-    EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_OK);
+    EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_OK);
     EXPECT_EQ(index, 0);
     EXPECT_STREQ(position, "uary 5");
 }
@@ -155,7 +155,7 @@ TEST(CoreScanString, WithoutWidthMatchesLaterNames) {
     const char *position = text;
     uint16_t index = 99;
     const CONV_FieldDescriptor d = Descriptor(0, kNone);
-    EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_OK);
+    EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_OK);
     EXPECT_EQ(index, 2);
     EXPECT_EQ(position, text + 3);
 }
@@ -165,7 +165,7 @@ TEST(CoreScanString, MismatchCasesLeaveThePosition) {
     for (const char *text : {"jan", "Ja", "", "Mar"}) {
         const char *position = text;
         uint16_t index = 99;
-        EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_ERR_SCAN_MISMATCH)
+        EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_ERR_SCAN_MISMATCH)
             << text;
         EXPECT_EQ(position, text);
         EXPECT_EQ(index, 99);
@@ -173,8 +173,8 @@ TEST(CoreScanString, MismatchCasesLeaveThePosition) {
     const char *text = "Jan";
     const char *position = text;
     uint16_t index = 99;
-    EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, 0, &d), CONV_ERR_SCAN_MISMATCH);
-    EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, -1, &d), CONV_ERR_SCAN_MISMATCH);
+    EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, 0, &d), CONV_ERR_SCAN_MISMATCH);
+    EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, -1, &d), CONV_ERR_SCAN_MISMATCH);
     EXPECT_EQ(position, text);
 }
 
@@ -185,11 +185,11 @@ TEST(CoreScanString, NullTableAndNullSlotsNameNothing) {
         const char *text = "Feb";
         const char *position = text;
         uint16_t index = 99;
-        EXPECT_EQ(CONV_ScanString(&position, &index, slots, 2, &d), CONV_OK);
+        EXPECT_EQ(conv::CONV_ScanString(&position, &index, slots, 2, &d), CONV_OK);
         EXPECT_EQ(index, 1);
         EXPECT_EQ(position, text + 3);
         position = text;
-        EXPECT_EQ(CONV_ScanString(&position, &index, nullptr, 5, &d), CONV_ERR_SCAN_MISMATCH);
+        EXPECT_EQ(conv::CONV_ScanString(&position, &index, nullptr, 5, &d), CONV_ERR_SCAN_MISMATCH);
         EXPECT_EQ(position, text);
     }
 }
@@ -199,13 +199,13 @@ TEST(CoreScanString, LeftJustifiedFieldComparesItsStart) {
     const char *text = "Feb  x";
     const char *position = text;
     uint16_t index = 99;
-    EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_OK);
+    EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_OK);
     EXPECT_EQ(index, 2);
     EXPECT_EQ(position, text + 5);  // past the whole field
     // "Janua" matches "Jan" over its three characters first.
     text = "Januax";
     position = text;
-    EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_OK);
+    EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_OK);
     EXPECT_EQ(index, 0);
     EXPECT_EQ(position, text + 5);
 }
@@ -216,12 +216,12 @@ TEST(CoreScanString, RightJustifiedFieldComparesItsEnd) {
         const char *text = "  Febx";
         const char *position = text;
         uint16_t index = 99;
-        EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_OK);
+        EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_OK);
         EXPECT_EQ(index, 2);
         EXPECT_EQ(position, text + 5);
         text = "Feb  ";  // at the start, not at the end
         position = text;
-        EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_ERR_SCAN_MISMATCH);
+        EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_ERR_SCAN_MISMATCH);
         EXPECT_EQ(position, text);
     }
     // A name longer than the width is compared over the width.
@@ -230,7 +230,7 @@ TEST(CoreScanString, RightJustifiedFieldComparesItsEnd) {
     const char *text = "Ja";
     const char *position = text;
     uint16_t index = 99;
-    EXPECT_EQ(CONV_ScanString(&position, &index, names, 1, &narrow), CONV_OK);
+    EXPECT_EQ(conv::CONV_ScanString(&position, &index, names, 1, &narrow), CONV_OK);
     EXPECT_EQ(index, 0);
     EXPECT_EQ(position, text + 2);
 }
@@ -240,7 +240,7 @@ TEST(CoreScanString, WidthBeyondTheSourceIsFormatLeft) {
     const char *text = "Jan";
     const char *position = text;
     uint16_t index = 99;
-    EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_ERR_FORMAT_LEFT);
+    EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_ERR_FORMAT_LEFT);
     EXPECT_EQ(position, text);
 }
 
@@ -249,7 +249,7 @@ TEST(CoreScanString, UnknownFlagFails) {
     const char *text = "Jan";
     const char *position = text;
     uint16_t index = 99;
-    EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_ERR_SCAN_MISMATCH);
+    EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_ERR_SCAN_MISMATCH);
     EXPECT_EQ(position, text);
 }
 
@@ -258,7 +258,7 @@ TEST(CoreScanString, ComparisonIsCaseSensitive) {
     const char *text = "JAN";
     const char *position = text;
     uint16_t index = 99;
-    EXPECT_EQ(CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_ERR_SCAN_MISMATCH);
+    EXPECT_EQ(conv::CONV_ScanString(&position, &index, kMonths, 3, &d), CONV_ERR_SCAN_MISMATCH);
 }
 
 TEST(CoreScanNumber, WithWidthTakesExactlyThatMany) {
@@ -266,7 +266,7 @@ TEST(CoreScanNumber, WithWidthTakesExactlyThatMany) {
     const char *text = "20261121";
     const char *position = text;
     int32_t value = 0;
-    EXPECT_EQ(CONV_ScanNumber(&position, &value, &d), CONV_OK);
+    EXPECT_EQ(conv::CONV_ScanNumber(&position, &value, &d), CONV_OK);
     EXPECT_EQ(value, 2026);
     EXPECT_EQ(position, text + 4);
 }
@@ -276,7 +276,7 @@ TEST(CoreScanNumber, WithWidthBlanksAndSignInsideTheFieldAreAccepted) {
     for (const char *text : {" -5", "+12", "  7", "-05"}) {
         const char *position = text;
         int32_t value = 0;
-        EXPECT_EQ(CONV_ScanNumber(&position, &value, &d), CONV_OK) << text;
+        EXPECT_EQ(conv::CONV_ScanNumber(&position, &value, &d), CONV_OK) << text;
         EXPECT_EQ(value, std::atoi(text)) << text;
         EXPECT_EQ(position, text + 3);
     }
@@ -287,7 +287,7 @@ TEST(CoreScanNumber, WithWidthLeftoverCharactersAreAMismatch) {
     for (const char *text : {"1 2", "12 ", "ab1", "   ", "1.5"}) {
         const char *position = text;
         int32_t value = 42;
-        EXPECT_EQ(CONV_ScanNumber(&position, &value, &d), CONV_ERR_SCAN_MISMATCH) << text;
+        EXPECT_EQ(conv::CONV_ScanNumber(&position, &value, &d), CONV_ERR_SCAN_MISMATCH) << text;
         EXPECT_EQ(position, text);
         EXPECT_EQ(value, 42);
     }
@@ -298,7 +298,7 @@ TEST(CoreScanNumber, WithWidthShortSourceIsFormatLeft) {
     const char *text = "12";
     const char *position = text;
     int32_t value = 42;
-    EXPECT_EQ(CONV_ScanNumber(&position, &value, &d), CONV_ERR_FORMAT_LEFT);
+    EXPECT_EQ(conv::CONV_ScanNumber(&position, &value, &d), CONV_ERR_FORMAT_LEFT);
     EXPECT_EQ(position, text);
     EXPECT_EQ(value, 42);
 }
@@ -309,7 +309,7 @@ TEST(CoreScanNumber, WidestFieldOf999Characters) {
     const CONV_FieldDescriptor d = Descriptor(0, 999);
     const char *position = text.c_str();
     int32_t value = 0;
-    EXPECT_EQ(CONV_ScanNumber(&position, &value, &d), CONV_OK);
+    EXPECT_EQ(conv::CONV_ScanNumber(&position, &value, &d), CONV_OK);
     EXPECT_EQ(value, 7);
     EXPECT_EQ(*position, 'x');
 }
@@ -319,13 +319,13 @@ TEST(CoreScanNumber, WithoutWidthReadsAsFarAsItGoes) {
     const char *text = "  -123/45";
     const char *position = text;
     int32_t value = 0;
-    EXPECT_EQ(CONV_ScanNumber(&position, &value, &d), CONV_OK);
+    EXPECT_EQ(conv::CONV_ScanNumber(&position, &value, &d), CONV_OK);
     EXPECT_EQ(value, -123);
     EXPECT_EQ(*position, '/');
     for (const char *bad : {"", "x1", " ", "-"}) {
         position = bad;
         value = 42;
-        EXPECT_EQ(CONV_ScanNumber(&position, &value, &d), CONV_ERR_SCAN_MISMATCH) << bad;
+        EXPECT_EQ(conv::CONV_ScanNumber(&position, &value, &d), CONV_ERR_SCAN_MISMATCH) << bad;
         EXPECT_EQ(position, bad);
         EXPECT_EQ(value, 42);
     }
@@ -336,12 +336,12 @@ TEST(CoreScanNumber, ValuesBeyondThirtyTwoBitsStopAtTheLimits) {
     const char *text = "99999999999";
     const char *position = text;
     int32_t value = 0;
-    EXPECT_EQ(CONV_ScanNumber(&position, &value, &d), CONV_OK);
+    EXPECT_EQ(conv::CONV_ScanNumber(&position, &value, &d), CONV_OK);
     EXPECT_EQ(value, INT32_MAX);
     EXPECT_EQ(position, text + 11);
     text = "-99999999999";
     position = text;
-    EXPECT_EQ(CONV_ScanNumber(&position, &value, &d), CONV_OK);
+    EXPECT_EQ(conv::CONV_ScanNumber(&position, &value, &d), CONV_OK);
     EXPECT_EQ(value, INT32_MIN);
 }
 

@@ -353,7 +353,7 @@ TEST(EraCalendar, FirstDaysPlusAndMinusOneDay) {
     };
     for (const EraCase &c : cases) {
         int16_t era = 99;
-        EXPECT_EQ(CONV_GetEra(c.d, c.m, c.y, &era), c.status) << c.d << "." << c.m << "." << c.y;
+        EXPECT_EQ(conv::GetEra(c.d, c.m, c.y, &era), c.status) << c.d << "." << c.m << "." << c.y;
         if (c.status == CONV_OK) {
             EXPECT_EQ(era, c.era) << c.d << "." << c.m << "." << c.y;
         } else {
@@ -408,7 +408,7 @@ TEST(EraCalendar, EraYearToGregorianYearWithItsAsymmetries) {
     };
     for (const EraYearCase &c : cases) {
         int16_t year = 7;
-        EXPECT_EQ(CONV_EraYearToYear(c.era, c.eraYear, c.m, c.d, &year), c.status)
+        EXPECT_EQ(conv::EraYearToYear(c.era, c.eraYear, c.m, c.d, &year), c.status)
             << c.era << " " << c.eraYear << " " << c.m << " " << c.d;
         EXPECT_EQ(year, c.status == CONV_OK ? c.year : 7);
     }
@@ -419,14 +419,14 @@ TEST(EraCalendar, EveryDateFrom1868To2030RoundTripsThroughItsEraYear) {
         for (int m = 1; m <= 12; ++m) {
             for (int d = 1; d <= DaysInMonth(m, y); ++d) {
                 int16_t era = -1;
-                const uint32_t status = CONV_GetEra(d, m, y, &era);
+                const uint32_t status = conv::GetEra(d, m, y, &era);
                 if (y == 1868 && (m < 9 || (m == 9 && d < 8))) {
                     ASSERT_EQ(status, CONV_ERR_ERA_RANGE);
                     continue;
                 }
                 ASSERT_EQ(status, CONV_OK);
                 int16_t back = 0;
-                ASSERT_EQ(CONV_EraYearToYear(era, y - kConvEraOffset[era], m, d, &back), CONV_OK)
+                ASSERT_EQ(conv::EraYearToYear(era, y - conv::kEraOffset[era], m, d, &back), CONV_OK)
                     << d << "." << m << "." << y;
                 ASSERT_EQ(back, y);
             }

@@ -302,20 +302,25 @@ TEST(DateTimeToString, TargetOfOneByteHoldsOnlyTheTerminator) {
     EXPECT_EQ(Format(Sample(), "", 1).status, CONV_OK);
 }
 
-TEST(DateTimeToString, TargetOfNoBytesIsNeverWritten) {
-    for (int size : {0, -1, -100}) {
-        Buffer buffer(0);
-        CONV_DateTime record = Sample();
-        record.era = 2;
-        uint16_t failed = 1;
-        uint16_t count = 1;
-        EXPECT_EQ(
-            CONV_DateTimeToString(buffer.data(), &record, size, "%D", nullptr, &failed, &count),
-            CONV_ERR_TARGET_TOO_SMALL);
-        EXPECT_TRUE(buffer.untouchedFrom(0));
-        EXPECT_EQ(failed, 65535);
-        EXPECT_EQ(count, 0);
-        EXPECT_EQ(record.era, CONV_DT_UNSET);
+TEST(DateTimeToString, TargetSizeZeroOrBelowGetsOnlyTheTerminatorAtItsFirstByte) {
+    for (int size : {0, -1, -100, INT32_MIN}) {
+        for (const char *format : {"%D", "x", ""}) {
+            Buffer buffer(1);
+            CONV_DateTime record = Sample();
+            record.era = 2;
+            uint16_t failed = 1;
+            uint16_t count = 1;
+            // No room for text: an unfinished format is a target too small, an empty one is done.
+            EXPECT_EQ(CONV_DateTimeToString(buffer.data(), &record, size, format, nullptr, &failed,
+                                            &count),
+                      *format == '\0' ? CONV_OK : CONV_ERR_TARGET_TOO_SMALL)
+                << size << " " << format;
+            EXPECT_EQ(buffer.data()[0], '\0') << size;
+            EXPECT_TRUE(buffer.untouchedFrom(1)) << size;
+            EXPECT_EQ(failed, CONV_FIELD_NONE);
+            EXPECT_EQ(count, 0);
+            EXPECT_EQ(record.era, CONV_DT_UNSET);
+        }
     }
 }
 
@@ -455,7 +460,7 @@ TEST(PutInBuffer, WidthFlagAndRoom) {
         field.flag = c.flag;
         field.width = c.width;
         field.precision = 65535;
-        EXPECT_EQ(CONV_PutInBuffer(&position, &room, c.text, &field), c.status)
+        EXPECT_EQ(conv::CONV_PutInBuffer(&position, &room, c.text, &field), c.status)
             << c.text << " " << c.width << " " << c.room;
         const size_t n = strlen(c.expected);
         EXPECT_EQ(std::string(out + 1, n), c.expected) << c.text << " " << c.width;
@@ -525,7 +530,7 @@ TEST(DateTimeToString, EraNameAndYearAtTheEraBoundaries) {
             << c.expected;
         EXPECT_STREQ(out, c.expected);
         int16_t era = -1;
-        ASSERT_EQ(CONV_GetEra(c.d, c.m, c.y, &era), CONV_OK);
+        ASSERT_EQ(conv::GetEra(c.d, c.m, c.y, &era), CONV_OK);
         EXPECT_EQ(record.era, era) << c.expected;  // the E field leaves its era in the record
     }
 }

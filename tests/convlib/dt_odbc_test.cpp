@@ -198,11 +198,18 @@ TEST(OdbcText, SlowPathAtEverySmallerSize) {
             EXPECT_EQ(w.status, failed == 1 ? CONV_WARN_TRUNCATION : CONV_ERR_TARGET_TOO_SMALL)
                 << full << " " << size;
         }
-        // No room at all: nothing is written, not even a terminator.
-        for (int size : {0, -1}) {
-            const Written w = Write(form.function, Sample(), size);
-            EXPECT_EQ(w.status, CONV_ERR_TARGET_TOO_SMALL);
-            EXPECT_TRUE(w.tailUntouched);
+        // No room at all: the formatter writes only the terminator, at the first byte.
+        for (int size : {0, -1, INT32_MIN}) {
+            Buffer buffer(1);
+            uint16_t failed = 7777;
+            uint16_t count = 7777;
+            const CONV_DateTime record = Sample();
+            EXPECT_EQ(form.function(buffer.data(), &record, size, &failed, &count),
+                      CONV_ERR_TARGET_TOO_SMALL);
+            EXPECT_EQ(buffer.data()[0], '\0') << size;
+            EXPECT_TRUE(buffer.untouchedFrom(1)) << size;
+            EXPECT_EQ(failed, CONV_FIELD_NONE);
+            EXPECT_EQ(count, 0);
         }
     }
 }

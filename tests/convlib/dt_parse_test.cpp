@@ -542,7 +542,7 @@ struct Generator {
 
 int DaysIn(int month, int year) {
     static const int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return month == 2 && CONV_IsLeapYear(year) ? 29 : kDays[month - 1];
+    return month == 2 && conv::IsLeapYear(year) ? 29 : kDays[month - 1];
 }
 
 CONV_DateTime RandomValidRecord(Generator &g, int32_t lowYear, int32_t highYear) {

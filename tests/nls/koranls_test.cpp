@@ -335,12 +335,13 @@ TEST_F(OsCodePage, IanaNameWithSizeOneIsEmpty) {
     EXPECT_TRUE(b.UntouchedFrom(1));
 }
 
-TEST_F(OsCodePage, IanaNameWithSizeZeroOrNegativeWritesNothing) {
+TEST_F(OsCodePage, IanaNameWithSizeZeroOrNegativeWritesOnlyTheFirstTerminator) {
     Use("C");
     for (int32_t size : {0, -1, INT32_MIN}) {
         Buffer b;
         EXPECT_EQ(KORANLS_GetOsCodePageIanaName(b.bytes, size, nullptr), 0) << size;
-        EXPECT_TRUE(b.UntouchedFrom(0)) << size;
+        EXPECT_EQ(b.bytes[0], '\0') << size;
+        EXPECT_TRUE(b.UntouchedFrom(1)) << size;
     }
 }
 

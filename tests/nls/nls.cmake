@@ -5,9 +5,7 @@ nls_add_gtest(koranls_test
   SOURCES ${CMAKE_CURRENT_LIST_DIR}/koranls_test.cpp ${CMAKE_CURRENT_LIST_DIR}/test_locales.cpp
   MODULES nls ianacs errlib memmgr)
 
-if(TARGET nlsreport)
-  nls_add_gtest(nlsreport_e2e_test
-    SOURCES ${CMAKE_CURRENT_LIST_DIR}/nlsreport_test.cpp ${CMAKE_CURRENT_LIST_DIR}/test_locales.cpp
-    ENV "NLSREPORT=$<TARGET_FILE:nlsreport>")
-  add_dependencies(nlsreport_e2e_test nlsreport)
-endif()
+nls_add_gtest(nlsreport_e2e_test
+  SOURCES ${CMAKE_CURRENT_LIST_DIR}/nlsreport_test.cpp ${CMAKE_CURRENT_LIST_DIR}/test_locales.cpp
+  ENV "NLSREPORT=$<TARGET_FILE:nlsreport>")
+add_dependencies(nlsreport_e2e_test nlsreport)

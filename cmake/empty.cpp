@@ -1,2 +1,0 @@
-/* SPDX-License-Identifier: MIT */
-// An empty translation unit for a module that has no sources yet.
