@@ -147,12 +147,12 @@ inline int32_t CONV_CheckNumber(const char **position, uint16_t *count) noexcept
     }
     /* The shape of most fields, "%0" with a width of one digit and a letter ("%02M"), decoded
      * in one step; every other shape takes the general steps below. */
-    if (p[1] == '0') {
-        const unsigned width = static_cast<unsigned char>(p[2]) - '0';
+    if (p[1] == '0' && p[2] >= '1' && p[2] <= '9') {
+        /* p[3] is read only behind a digit, so never past the terminator. */
         const int32_t letter = kLetterTable.index[static_cast<unsigned char>(p[3])];
-        if (width - 1 < 9 && letter >= 0) {
+        if (letter >= 0) {
             descriptor->flag = 2;
-            descriptor->width = static_cast<uint16_t>(width);
+            descriptor->width = static_cast<uint16_t>(p[2] - '0');
             descriptor->index = static_cast<uint16_t>(letter);
             descriptor->length = 4;
             descriptor->precision = kNotGiven;

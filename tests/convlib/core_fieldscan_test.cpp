@@ -120,8 +120,8 @@ TEST(CoreCheckField, TableOfFields) {
 
 TEST(CoreCheckField, EveryLetterGivesItsIndex) {
     for (int i = 0; i < 16; ++i) {
-        const char text[3] = {'%', gCONV_Letter[i], '\0'};
-        const char *position = text;
+        const std::string text = std::string("%") + gCONV_Letter[i];
+        const char *position = text.c_str();
         CONV_FieldDescriptor d{};
         EXPECT_EQ(conv::CONV_CheckField(&position, &d), i);
         EXPECT_EQ(d.index, i);
