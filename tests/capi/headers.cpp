@@ -8,6 +8,7 @@
 #include <nlssupport/koranls.h>
 #include <nlssupport/memmgr.h>
 #include <nlssupport/nlssupport.h>
+#include <nlssupport/nlssupport.hpp>
 #include <nlssupport/version.h>
 
 extern "C" {

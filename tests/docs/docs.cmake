@@ -7,10 +7,11 @@ if(NOT NLS_M32 AND NOT NLS_SANITIZE AND NOT NLS_COVERAGE)
            COMMAND ${PROJECT_SOURCE_DIR}/scripts/docs.sh ${CMAKE_BINARY_DIR}/docs-test)
 endif()
 
-# The C samples of README.md compile against the public headers (every configuration).
+# The C and C++ samples of README.md compile against the public headers (every configuration).
 add_test(NAME Docs.ReadmeSamplesCompileAsC11
          COMMAND ${CMAKE_CURRENT_LIST_DIR}/readme_samples_test.sh ${PROJECT_SOURCE_DIR}
-                 ${NLS_VERSION_INCLUDE_DIR} ${CMAKE_C_COMPILER} "${NLS_CONSUMER_FLAGS}")
+                 ${NLS_VERSION_INCLUDE_DIR} ${CMAKE_C_COMPILER} ${CMAKE_CXX_COMPILER}
+                 "${NLS_CONSUMER_FLAGS}")
 
 # The licence and its identifier in every source, header, script and CMake file.
 if(NOT NLS_M32 AND NOT NLS_SANITIZE AND NOT NLS_COVERAGE)

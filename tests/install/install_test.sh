@@ -24,6 +24,7 @@ for f in "$prefix/include/nlssupport/errlib.h" "$prefix/include/nlssupport/memmg
          "$prefix/include/nlssupport/ianacs.h" "$prefix/include/nlssupport/koranls.h" \
          "$prefix/include/nlssupport/glib.h" "$prefix/include/nlssupport/convlib.h" \
          "$prefix/include/nlssupport/nlssupport.h" "$prefix/include/nlssupport/version.h" \
+         "$prefix/include/nlssupport/nlssupport.hpp" \
          "$libdir/libnlssupport.a" "$libdir/libnlssupport.so.1" "$libdir/libnlssupport.so" \
          "$libdir/cmake/NlsSupport/NlsSupportConfig.cmake" "$libdir/pkgconfig/nlssupport.pc" \
          "$prefix/bin/nlsreport" "$prefix/share/man/man1/nlsreport.1"; do
@@ -40,6 +41,7 @@ CC=$cc CXX=$cxx cmake -S "$consumer" -B "$work/consumer" -DCMAKE_PREFIX_PATH="$p
 cmake --build "$work/consumer" >"$work/build.log" 2>&1 || { cat "$work/build.log"; exit 1; }
 "$work/consumer/consumer_c"
 "$work/consumer/consumer_cpp"
+"$work/consumer/consumer_hpp"
 
 # A C-only project (C++ not enabled) linking the static library through the CMake package.
 CC=$cc cmake -S "$consumer-c" -B "$work/consumer-c" -DCMAKE_PREFIX_PATH="$prefix" \
@@ -60,4 +62,9 @@ fi
 "$cc" -std=c11 -Wall -Wextra -Werror $flags "$consumer/consumer.c" -o "$work/consumer_pc" \
     $(pkg-config --cflags --libs nlssupport)
 LD_LIBRARY_PATH=$libdir "$work/consumer_pc"
+# The C++ layer through pkg-config.
+# shellcheck disable=SC2086
+"$cxx" -std=c++20 -Wall -Wextra -Werror $flags "$consumer/consumer_hpp.cpp" -o "$work/consumer_hpp_pc" \
+    $(pkg-config --cflags --libs nlssupport)
+LD_LIBRARY_PATH=$libdir "$work/consumer_hpp_pc"
 echo "installed layout, CMake package and pkg-config consumers passed"

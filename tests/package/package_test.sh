@@ -132,6 +132,7 @@ grep -q "$libdir/libnlssupport.so" "$work/consumer/CMakeFiles/consumer_c.dir/lin
     fail "C consumer not linked against the unpacked shared library"
 LD_LIBRARY_PATH=$libdir "$work/consumer/consumer_c"
 "$work/consumer/consumer_cpp"
+LD_LIBRARY_PATH=$libdir "$work/consumer/consumer_hpp"
 # A C-only project linking the static library.
 cmake -S "$src/tests/install/consumer-c" -B "$work/consumer-c" -DCMAKE_PREFIX_PATH="$root/usr" \
     >"$work/configure-c.log" 2>&1 || { cat "$work/configure-c.log"; exit 1; }
@@ -147,6 +148,11 @@ expect_eq "$(pkg-config --cflags nlssupport | xargs)" "-I$root/usr/include" "pkg
 cc -std=c11 -Wall -Wextra -Werror "$consumer/consumer.c" -o "$work/consumer_pc" \
     $(pkg-config --cflags --libs nlssupport)
 LD_LIBRARY_PATH=$libdir "$work/consumer_pc"
+# The C++ layer through pkg-config.
+# shellcheck disable=SC2046
+c++ -std=c++20 -Wall -Wextra -Werror "$consumer/consumer_hpp.cpp" -o "$work/consumer_hpp_pc" \
+    $(pkg-config --cflags --libs nlssupport)
+LD_LIBRARY_PATH=$libdir "$work/consumer_hpp_pc"
 
 # The static library through pkg-config --static (its objects need the C++ runtime, which
 # Libs.private adds): a copy of the unpacked files without the shared library.
