@@ -12,7 +12,7 @@
 
 #include <nlssupport/convlib.h>
 
-namespace __attribute__((visibility("hidden"))) conv {
+namespace [[gnu::visibility("hidden")]] conv {
 
 /* The unset marker as it is compared against the 32-bit fraction and the 16-bit fields. */
 inline constexpr int32_t kUnset = CONV_DT_UNSET;

@@ -26,7 +26,7 @@ struct ERRLIB_ErrorStack {
     ERRLIB_Error **slots;     /* capacity pointers to heap records */
 };
 
-namespace __attribute__((visibility("hidden"))) errlib {
+namespace [[gnu::visibility("hidden")]] errlib {
 
 inline constexpr int32_t kInitialSlots = 20;
 inline constexpr int32_t kSlotGrowth = 10;

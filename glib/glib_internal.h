@@ -7,7 +7,7 @@
 
 #include <nlssupport/glib.h>
 
-namespace __attribute__((visibility("hidden"))) glib {
+namespace [[gnu::visibility("hidden")]] glib {
 
 // One narrow byte as a wide unit: 7-bit bytes keep their value, bytes from 0x80 up become '?'
 // (there is no decoding of narrow text).

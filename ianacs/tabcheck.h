@@ -10,7 +10,7 @@
 
 #include <nlssupport/ianacs.h>
 
-namespace __attribute__((visibility("hidden"))) ianacs {
+namespace [[gnu::visibility("hidden")]] ianacs {
 
 // Returns the index of the later row of the first neighbouring pair of `table` that is not in
 // strictly ascending strcasecmp order, or 0 when all `rows` rows are in order.

@@ -9,7 +9,7 @@
 
 #include <stdint.h>
 
-namespace __attribute__((visibility("hidden"))) conv {
+namespace [[gnu::visibility("hidden")]] conv {
 
 /* strtol in base ten with the results of a 32-bit long, the same on every target: a value beyond
  * the 32-bit range comes back as the nearest 32-bit limit with errno set to ERANGE, exactly as
