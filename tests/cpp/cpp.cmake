@@ -11,7 +11,7 @@ nls_add_gtest(cpp_test
                       ${PROJECT_SOURCE_DIR}/tests/nls/test_locales.cpp
               MODULES errlib memmgr ianacs nls glib convlib)
 # Allocation counts and failures need a failing system allocator; AddressSanitizer owns malloc.
-if(NOT NLS_SANITIZE)
+if(NOT NLS_SANITIZED)
   nls_add_gtest(cpp_alloc_test
                 SOURCES ${CMAKE_CURRENT_LIST_DIR}/alloc_test.cpp
                         ${PROJECT_SOURCE_DIR}/tests/support/alloc_interpose.cpp

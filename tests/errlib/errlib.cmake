@@ -8,7 +8,7 @@ nls_add_gtest(errlib_test
                       ${CMAKE_CURRENT_LIST_DIR}/errquery_test.cpp
               MODULES errlib memmgr)
 
-if(NOT NLS_SANITIZE)
+if(NOT NLS_SANITIZED)
   nls_add_gtest(errlib_alloc_failure_test
                 SOURCES ${CMAKE_CURRENT_LIST_DIR}/errlib_alloc_failure_test.cpp
                         ${PROJECT_SOURCE_DIR}/tests/support/alloc_interpose.cpp

@@ -18,7 +18,7 @@ nls_add_gtest(glib_util_test
               MODULES glib convlib memmgr errlib
               ENV "TZ=UTC")
 # Allocation failures need a failing system allocator; AddressSanitizer owns malloc.
-if(NOT NLS_SANITIZE)
+if(NOT NLS_SANITIZED)
   nls_add_gtest(glib_alloc_failure_test
                 SOURCES ${CMAKE_CURRENT_LIST_DIR}/alloc_failure_test.cpp
                         ${PROJECT_SOURCE_DIR}/tests/support/alloc_interpose.cpp

@@ -5,14 +5,14 @@ nls_add_gtest(memmgr_test
               SOURCES ${CMAKE_CURRENT_LIST_DIR}/mmflat_test.cpp
               MODULES memmgr errlib)
 
-if(NOT NLS_SANITIZE)
+if(NOT NLS_SANITIZED)
   nls_add_gtest(alloc_interpose_test
                 SOURCES ${CMAKE_CURRENT_LIST_DIR}/alloc_interpose_test.cpp
                         ${PROJECT_SOURCE_DIR}/tests/support/alloc_interpose.cpp
                 MODULES)
 endif()
 
-if(NOT NLS_SANITIZE)
+if(NOT NLS_SANITIZED)
   nls_add_gtest(memmgr_alloc_failure_test
                 SOURCES ${CMAKE_CURRENT_LIST_DIR}/mmflat_alloc_failure_test.cpp
                         ${PROJECT_SOURCE_DIR}/tests/support/alloc_interpose.cpp

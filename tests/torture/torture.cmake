@@ -2,8 +2,8 @@
 # Allocation torture: every allocating public routine is run once to count its allocations, then
 # once per allocation with that allocation failing (alone, from there on, and by its size), through
 # a failing system allocator (tests/support/alloc_interpose.cpp). The executable replaces malloc,
-# which AddressSanitizer owns: not built when NLS_SANITIZE is ON.
-if(NOT NLS_SANITIZE)
+# which AddressSanitizer owns: not built under a sanitizer (NLS_SANITIZED).
+if(NOT NLS_SANITIZED)
   nls_add_gtest(alloc_torture_test
                 SOURCES ${CMAKE_CURRENT_LIST_DIR}/alloc_torture_test.cpp
                         ${CMAKE_CURRENT_LIST_DIR}/alloc_torture_rows.cpp
