@@ -20,7 +20,7 @@ function(nls_module dir)
     list(REMOVE_ITEM srcs ${PROJECT_SOURCE_DIR}/${dir}/${ex})
   endforeach()
   add_library(nls_${dir} OBJECT ${srcs})
-  target_include_directories(nls_${dir} PRIVATE ${NLS_INCLUDE_DIRS} ${PROJECT_SOURCE_DIR}) # TEMP
+  target_include_directories(nls_${dir} PRIVATE ${NLS_INCLUDE_DIRS})
   if(IS_DIRECTORY ${PROJECT_SOURCE_DIR}/${dir}/export)
     target_include_directories(nls_${dir} PUBLIC ${PROJECT_SOURCE_DIR}/${dir}/export)
   endif()

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <type_traits>
 
-#include "glib/glib_internal.h"
+#include "glib_internal.h"
 #include <nlssupport/convlib.h>
 #include <nlssupport/glib.h>
 
