@@ -1,10 +1,10 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // Binary text: byte strings to and from hexadecimal text, two upper-case digits a byte.
-#include <cstdint>
-#include <cstring>
-
 #include <nlssupport/convlib.h>
 #include <nlssupport/memmgr.h>
+
+#include <cstdint>
+#include <cstring>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -14,7 +14,7 @@ namespace {
     "@(#)     PLATFORM : Linux on Intel",
 };
 
-/* Source path passed to the allocator with this file's own allocations (identifies call sites). */
+// Source path passed to the allocator with this file's own allocations (identifies call sites).
 constexpr char kSourcePath[] = "convlib/bintext.cpp";
 
 constexpr char kHexDigits[] = "0123456789ABCDEF";

@@ -1,14 +1,12 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * datetime.cpp - date-time values and the calendar: the default name tables, the fraction
- * ceilings, the validity check of a record, the day of the week and the era calendar (four
- * Japanese imperial eras, the first beginning on 8 September 1868).
- */
+// SPDX-License-Identifier: MIT
+// datetime.cpp - date-time values and the calendar: the default name tables, the fraction
+// ceilings, the validity check of a record, the day of the week and the era calendar (four
+// Japanese imperial eras, the first beginning on 8 September 1868).
+#include <nlssupport/convlib.h>
 #include <stdint.h>
 
 #include <initializer_list>
 
-#include <nlssupport/convlib.h>
 #include "datetime_internal.h"
 
 namespace {
@@ -20,8 +18,8 @@ namespace {
 };
 }  // namespace
 
-/* Default names. The short month names are in capitals while the short day names are
- * capitalised words: parsing compares case-sensitively and callers match on these texts. */
+// Default names. The short month names are in capitals while the short day names are
+// capitalised words: parsing compares case-sensitively and callers match on these texts.
 extern "C" const char *const gCONV_DefaultNameOfDay[7] = {
     "Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
 extern "C" const char *const gCONV_DefaultShortNameOfDay[7] = {"Sun", "Mon", "Tue", "Wed",
@@ -33,7 +31,7 @@ extern "C" const char *const gCONV_DefaultShortNameOfMonth[12] = {
     "JAN", "FEB", "MAR", "APR", "MAY", "JUN", "JUL", "AUG", "SEP", "OCT", "NOV", "DEC"};
 extern "C" const char *const gCONV_DefaultMeridiem[2] = {"AM", "PM"};
 
-/* The field letters, the text of conv::kFieldLetters. */
+// The field letters, the text of conv::kFieldLetters.
 extern "C" const char gCONV_Letter[17] = {
     conv::kFieldLetters[0],  conv::kFieldLetters[1],  conv::kFieldLetters[2],
     conv::kFieldLetters[3],  conv::kFieldLetters[4],  conv::kFieldLetters[5],
@@ -42,15 +40,15 @@ extern "C" const char gCONV_Letter[17] = {
     conv::kFieldLetters[12], conv::kFieldLetters[13], conv::kFieldLetters[14],
     conv::kFieldLetters[15], conv::kFieldLetters[16]};
 
-/* Index 0 is never used: a base of 0 is rejected before the table is read. */
+// Index 0 is never used: a base of 0 is rejected before the table is read.
 extern "C" const int32_t gCONV_SecFracBaseCeiling[10] = {
     -1, 9, 99, 999, 9999, 99999, 999999, 9999999, 99999999, 999999999};
 
 namespace conv {
 
-/* Gregorian rule for every year, zero and negative years included. Divisibility by 4 is read from
- * the two's-complement low bits; by 100 and 400 from truncating remainders, which give the
- * mathematical answer for negative years as well. Returns true for a leap year. */
+// Gregorian rule for every year, zero and negative years included. Divisibility by 4 is read from
+// the two's-complement low bits; by 100 and 400 from truncating remainders, which give the
+// mathematical answer for negative years as well. Returns true for a leap year.
 bool IsLeapYear(int32_t year) noexcept {
     if ((year & 3) != 0) {
         return false;
@@ -58,8 +56,8 @@ bool IsLeapYear(int32_t year) noexcept {
     return year % 100 != 0 || year % 400 == 0;
 }
 
-/* Checks a day against the length of its month (both already in range); the year only matters
- * for 29 February and only when it is set. Returns CONV_OK or CONV_ERR_DAY. */
+// Checks a day against the length of its month (both already in range); the year only matters
+// for 29 February and only when it is set. Returns CONV_OK or CONV_ERR_DAY.
 uint32_t CheckDayInMonth(int32_t day, int32_t month, int32_t year) noexcept {
     if (day == 31 && (month == 4 || month == 6 || month == 9 || month == 11)) {
         return CONV_ERR_DAY;
@@ -77,12 +75,12 @@ uint32_t CheckDayInMonth(int32_t day, int32_t month, int32_t year) noexcept {
 
 }  // namespace conv
 
-/* Checks every set field of the record in a fixed order (day, month, the day within its month,
- * hour, minute, second, 24:00:00, the fraction) by the letters' rules and returns the first
- * failure, or CONV_OK. The record is only read. */
+// Checks every set field of the record in a fixed order (day, month, the day within its month,
+// hour, minute, second, 24:00:00, the fraction) by the letters' rules and returns the first
+// failure, or CONV_OK. The record is only read.
 extern "C" uint32_t CONV_CheckDateTime(const CONV_DateTime *record) noexcept {
     using conv::kUnset;
-    /* A set field outside the range of its letter fails with the letter's status. */
+    // A set field outside the range of its letter fails with the letter's status.
     const auto check = [record](int32_t letter) {
         const int32_t value = record->*conv::kFieldRules[letter].member;
         return value == kUnset ? CONV_OK : conv::CheckValue(letter, *record);
@@ -102,23 +100,23 @@ extern "C" uint32_t CONV_CheckDateTime(const CONV_DateTime *record) noexcept {
     if (status != CONV_OK) {
         return status;
     }
-    /* 24:00:00 is midnight at the end of the day; its fraction is not looked at, so 24:00:00
-     * with a non-zero fraction passes (kept: callers rely on it). */
+    // 24:00:00 is midnight at the end of the day; its fraction is not looked at, so 24:00:00
+    // with a non-zero fraction passes (kept: callers rely on it).
     if (record->hour == 24 && ((record->minute != kUnset && record->minute != 0) ||
                                (record->second != kUnset && record->second != 0))) {
         return CONV_ERR_HOUR24;
     }
-    /* The unset fraction is the 16-bit marker compared over the whole 32-bit field; with it the
-     * base is not examined at all. */
+    // The unset fraction is the 16-bit marker compared over the whole 32-bit field; with it the
+    // base is not examined at all.
     if (record->fraction == kUnset) {
         return CONV_OK;
     }
     return conv::CheckFraction(record->fraction, record->fractionBase);
 }
 
-/* Computes the day of the week (0 = Sunday) of the record's date with Zeller's congruence, the
- * year counted from March, and stores it in dayOfWeek. Returns CONV_OK; on failure
- * (CONV_ERR_DAY, CONV_ERR_MONTH, CONV_ERR_YEAR) the record is unchanged. */
+// Computes the day of the week (0 = Sunday) of the record's date with Zeller's congruence, the
+// year counted from March, and stores it in dayOfWeek. Returns CONV_OK; on failure
+// (CONV_ERR_DAY, CONV_ERR_MONTH, CONV_ERR_YEAR) the record is unchanged.
 extern "C" uint32_t CONV_GetDayOfWeek(CONV_DateTime *record) noexcept {
     const int32_t day = record->day;
     int32_t month = record->month;
@@ -135,9 +133,9 @@ extern "C" uint32_t CONV_GetDayOfWeek(CONV_DateTime *record) noexcept {
     if (status != CONV_OK) {
         return status;
     }
-    /* January and February count as months 13 and 14 of the previous year. The year stays a
-     * 16-bit value (-32767 - 1 still fits); divisions truncate, so the remainder of a negative
-     * year can be negative and is stored as it is. */
+    // January and February count as months 13 and 14 of the previous year. The year stays a
+    // 16-bit value (-32767 - 1 still fits); divisions truncate, so the remainder of a negative
+    // year can be negative and is stored as it is.
     int16_t year = record->year;
     if (month <= 2) {
         year = static_cast<int16_t>(year - 1);
@@ -151,9 +149,9 @@ extern "C" uint32_t CONV_GetDayOfWeek(CONV_DateTime *record) noexcept {
 
 namespace conv {
 
-/* Era of a set date, first matching row wins. The first days (8 Sep 1868, 31 Jul 1912,
- * 26 Dec 1926, 8 Jan 1989) are fixed as the formatter and the parser both use them. Returns
- * CONV_OK with *era written, or CONV_ERR_ERA_RANGE before 8 September 1868. */
+// Era of a set date, first matching row wins. The first days (8 Sep 1868, 31 Jul 1912,
+// 26 Dec 1926, 8 Jan 1989) are fixed as the formatter and the parser both use them. Returns
+// CONV_OK with *era written, or CONV_ERR_ERA_RANGE before 8 September 1868.
 uint32_t GetEra(int32_t day, int32_t month, int32_t year, int16_t *era) noexcept {
     int16_t result;
     if (year > 1989) {
@@ -188,12 +186,12 @@ uint32_t GetEra(int32_t day, int32_t month, int32_t year, int16_t *era) noexcept
     return CONV_OK;
 }
 
-/* Gregorian year of an era year, for the parsed month and day (unset ones compare as -32768).
- * Kept asymmetries: era 3 does not test its first day (year 1, 7 January is accepted as
- * 7 January 1989), and era 1 does not test the end of its fifteenth year (year 15, 30 December
- * becomes 30 December 1926, which formatting assigns to era 2); callers depend on both. A result
- * beyond the 16-bit year is refused as well. Returns CONV_OK with *year written, or
- * CONV_ERR_YEAR. */
+// Gregorian year of an era year, for the parsed month and day (unset ones compare as -32768).
+// Kept asymmetries: era 3 does not test its first day (year 1, 7 January is accepted as
+// 7 January 1989), and era 1 does not test the end of its fifteenth year (year 15, 30 December
+// becomes 30 December 1926, which formatting assigns to era 2); callers depend on both. A result
+// beyond the 16-bit year is refused as well. Returns CONV_OK with *year written, or
+// CONV_ERR_YEAR.
 uint32_t EraYearToYear(int32_t era, int32_t eraYear, int32_t month, int32_t day,
                        int16_t *year) noexcept {
     switch (era) {

@@ -1,12 +1,12 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // Double to text in the scientific, fixed and general styles, with a caller-chosen
 // decimal-point character and a shortened exponent.
+#include <nlssupport/convlib.h>
+
 #include <cfloat>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-
-#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,10 +1,10 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // Decimal values: number text to packed binary-coded decimals and packed or unpacked decimals back
 // to text.
+#include <nlssupport/convlib.h>
+
 #include <cstdint>
 #include <cstring>
-
-#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

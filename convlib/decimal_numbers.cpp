@@ -1,11 +1,11 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // Decimal values and the binary number types: every conversion goes through the value's text.
+#include <nlssupport/convlib.h>
+
 #include <cfloat>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-
-#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -48,7 +48,7 @@ uint32_t DecimalToInteger(T *target, const uint8_t *value, uint32_t precision, u
     }
     if (CONV_IsNumber(text, CONV_NUM_LEADING_BLANKS, '.') != CONV_OK) {
         std::size_t n = std::strlen(text);
-        if (std::memchr(text, '.', n) != nullptr) {
+        if (std::strchr(text, '.') != nullptr) {
             while (n > 0 && text[n - 1] == '0') {
                 --n;
             }

@@ -1,16 +1,14 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * dtformat.cpp - date-time formatting: a CONV_DateTime written as text under the library's
- * date-time format language, the placing of one field (width, flag, cutting) and the measuring of
- * the longest text of a format.
- */
+// SPDX-License-Identifier: MIT
+// dtformat.cpp - date-time formatting: a CONV_DateTime written as text under the library's
+// date-time format language, the placing of one field (width, flag, cutting) and the measuring of
+// the longest text of a format.
+#include <nlssupport/convlib.h>
 #include <stdint.h>
 #include <string.h>
 
 #include <charconv>
 #include <initializer_list>
 
-#include <nlssupport/convlib.h>
 #include "datetime_internal.h"
 
 namespace {
@@ -21,13 +19,13 @@ namespace {
     "@(#)     PLATFORM : Linux on Intel",
 };
 
-/* Scratch text of one numeric field: a sign, ten digits, fraction padding and the NUL. */
+// Scratch text of one numeric field: a sign, ten digits, fraction padding and the NUL.
 constexpr size_t kScratchSize = 32;
 
-/* Writes value as plain decimal (a "-" when negative, no padding) into scratch and returns its
- * length. */
+// Writes value as plain decimal (a "-" when negative, no padding) into scratch and returns its
+// length.
 size_t PutDecimal(char (&scratch)[kScratchSize], int32_t value) {
-    /* Most fields hold one or two digits: written directly, without the general conversion. */
+    // Most fields hold one or two digits: written directly, without the general conversion.
     if (static_cast<uint32_t>(value) < 100u) {
         if (value < 10) {
             scratch[0] = static_cast<char>('0' + value);
@@ -44,19 +42,24 @@ size_t PutDecimal(char (&scratch)[kScratchSize], int32_t value) {
     return static_cast<size_t>(result.ptr - scratch);
 }
 
-/* The texts "00" to "99", two characters each, for writing numbers two digits at a time. */
+// The texts "00" to "99", two characters each, for writing numbers two digits at a time.
 struct DigitPairs {
     char text[200];
     constexpr DigitPairs() : text{} {
         for (int i = 0; i < 100; ++i) {
-            text[2 * i] = static_cast<char>('0' + i / 10);
-            text[2 * i + 1] = static_cast<char>('0' + i % 10);
+            text[static_cast<size_t>(2 * i)] = static_cast<char>('0' + i / 10);
+            text[static_cast<size_t>(2 * i) + 1] = static_cast<char>('0' + i % 10);
         }
     }
 };
 inline constexpr DigitPairs kDigitPairs{};
 
-/* Letters whose text is a plain decimal number taken from the record: D H I M P S Y Z. */
+// The two digits of a value 0..99.
+const char *Pair(uint32_t value) {
+    return &kDigitPairs.text[2 * static_cast<size_t>(value)];
+}
+
+// Letters whose text is a plain decimal number taken from the record: D H I M P S Y Z.
 constexpr bool IsNumberLetter(int32_t letter) {
     constexpr uint32_t kMask = 1u << CONV_FIELD_D | 1u << CONV_FIELD_H | 1u << CONV_FIELD_I |
                                1u << CONV_FIELD_M | 1u << CONV_FIELD_P | 1u << CONV_FIELD_S |
@@ -64,9 +67,9 @@ constexpr bool IsNumberLetter(int32_t letter) {
     return (kMask >> letter & 1u) != 0;
 }
 
-/* The number a number letter writes: the member checked by the letter's rule, then the 12-hour
- * clock for P and the year within the century for Y. Returns CONV_OK with *value set, or the
- * rule's status. */
+// The number a number letter writes: the member checked by the letter's rule, then the 12-hour
+// clock for P and the year within the century for Y. Returns CONV_OK with *value set, or the
+// rule's status.
 uint32_t NumberValue(int32_t letter, const CONV_DateTime &record, int32_t *value) {
     const uint32_t status = conv::CheckValue(letter, record);
     if (status != CONV_OK) {
@@ -74,38 +77,38 @@ uint32_t NumberValue(int32_t letter, const CONV_DateTime &record, int32_t *value
     }
     int32_t v = record.*conv::kFieldRules[letter].member;
     if (letter == CONV_FIELD_P) {
-        /* Midnight, noon and 24:00 all read "12" on the 12-hour clock. */
+        // Midnight, noon and 24:00 all read "12" on the 12-hour clock.
         v = v % 12 == 0 ? 12 : v % 12;
     } else if (letter == CONV_FIELD_Y) {
-        /* Truncating division: -5 stays "-5". */
+        // Truncating division: -5 stays "-5".
         v -= (v / 100) * 100;
     }
     *value = v;
     return CONV_OK;
 }
 
-/* Writes a number field straight into the target in the common case: a value of 0..99999 whose
- * field fits in the room and is no narrower than the value. The bytes are those that placing the
- * value's text would write (padding by the flag, the digits two at a time). Returns false,
- * writing nothing, for every other case, which the general placing handles. */
+// Writes a number field straight into the target in the common case: a value of 0..99999 whose
+// field fits in the room and is no narrower than the value. The bytes are those that placing the
+// value's text would write (padding by the flag, the digits two at a time). Returns false,
+// writing nothing, for every other case, which the general placing handles.
 bool PutNumberDirect(char **position, int32_t *room, int32_t value,
                      const CONV_FieldDescriptor &field) {
     if (static_cast<uint32_t>(value) > 99999u) {
         return false;
     }
     uint32_t v = static_cast<uint32_t>(value);
-    /* The fields of the usual date and time texts, "%02M" and "%04Z": one or two digit pairs. */
+    // The fields of the usual date and time texts, "%02M" and "%04Z": one or two digit pairs.
     if (field.flag == 2 && field.width <= *room) {
         char *out = *position;
         if (field.width == 2 && v < 100) {
-            memcpy(out, &kDigitPairs.text[2 * v], 2);
+            memcpy(out, Pair(v), 2);
             *position = out + 2;
             *room -= 2;
             return true;
         }
         if (field.width == 4 && v < 10000) {
-            memcpy(out, &kDigitPairs.text[2 * (v / 100)], 2);
-            memcpy(out + 2, &kDigitPairs.text[2 * (v % 100)], 2);
+            memcpy(out, Pair(v / 100), 2);
+            memcpy(out + 2, Pair(v % 100), 2);
             *position = out + 4;
             *room -= 4;
             return true;
@@ -117,7 +120,7 @@ bool PutNumberDirect(char **position, int32_t *room, int32_t value,
         return false;
     }
     char *out = *position;
-    /* Zero padding up to ten places is just more digits of the number. */
+    // Zero padding up to ten places is just more digits of the number.
     int32_t shown = digits;
     if (field.flag == 2 && width <= 10) {
         shown = width;
@@ -129,12 +132,12 @@ bool PutNumberDirect(char **position, int32_t *room, int32_t value,
     } else if (width > shown) {
         memset(out, field.flag == 2 ? '0' : ' ', static_cast<size_t>(width - shown));
     }
-    /* The digits, from the right: two at a time, then a single one for an odd count. */
+    // The digits, from the right: two at a time, then a single one for an odd count.
     char *p = end;
     char *const first = end - shown;
     while (p - first >= 2) {
         p -= 2;
-        memcpy(p, &kDigitPairs.text[2 * (v % 100)], 2);
+        memcpy(p, Pair(v % 100), 2);
         v /= 100;
     }
     if (p > first) {
@@ -145,8 +148,8 @@ bool PutNumberDirect(char **position, int32_t *room, int32_t value,
     return true;
 }
 
-/* Names slot `slot` of the caller's record, or the default text when the record or the slot is
- * null. */
+// Names slot `slot` of the caller's record, or the default text when the record or the slot is
+// null.
 const char *NameOrDefault(const char *const *names, int32_t slot, const char *fallback) {
     if (names != nullptr && names[slot] != nullptr) {
         return names[slot];
@@ -154,10 +157,10 @@ const char *NameOrDefault(const char *const *names, int32_t slot, const char *fa
     return fallback;
 }
 
-/* The fraction field: nanoseconds as a plain number when the base is unset, otherwise exactly
- * fractionBase digits, zero-filled on the left and then padded on the right with "0" up to the
- * precision. Returns CONV_OK with the text in scratch, or the status of a value that cannot be
- * written. */
+// The fraction field: nanoseconds as a plain number when the base is unset, otherwise exactly
+// fractionBase digits, zero-filled on the left and then padded on the right with "0" up to the
+// precision. Returns CONV_OK with the text in scratch, or the status of a value that cannot be
+// written.
 uint32_t FormatFraction(char (&scratch)[kScratchSize], size_t *scratchLength,
                         const CONV_DateTime &record, uint16_t precision) {
     const int32_t base = record.fractionBase;
@@ -185,9 +188,9 @@ uint32_t FormatFraction(char (&scratch)[kScratchSize], size_t *scratchLength,
     return CONV_OK;
 }
 
-/* Letter E: the era of the record's date, stored in record.era, and its name from the caller's
- * era slots (there are no default era names). Returns CONV_OK with *text set, or the status of
- * a date that has no era name. */
+// Letter E: the era of the record's date, stored in record.era, and its name from the caller's
+// era slots (there are no default era names). Returns CONV_OK with *text set, or the status of
+// a date that has no era name.
 uint32_t FormatEra(CONV_DateTime &record, const char *const *names, const char **text) {
     for (const int32_t letter : {CONV_FIELD_D, CONV_FIELD_M, CONV_FIELD_Z}) {
         const uint32_t status = conv::CheckValue(letter, record);
@@ -195,8 +198,8 @@ uint32_t FormatEra(CONV_DateTime &record, const char *const *names, const char *
             return status;
         }
     }
-    /* Only the first era slot tells whether era names were given; a caller that fills it fills
-     * all four. A missing later slot is refused the same way rather than read. */
+    // Only the first era slot tells whether era names were given; a caller that fills it fills
+    // all four. A missing later slot is refused the same way rather than read.
     if (names == nullptr || names[CONV_NAMES_ERA] == nullptr) {
         return CONV_ERR_NO_ERA_NAMES;
     }
@@ -213,10 +216,10 @@ uint32_t FormatEra(CONV_DateTime &record, const char *const *names, const char *
     return CONV_OK;
 }
 
-/* Letter J: the year within the era that an E field earlier in the same format set (without
- * one, the Gregorian year itself), or the SYEAR text for the first year of an era. Returns
- * CONV_OK with *text set or the year in scratch, or the status of a year that cannot be
- * written. */
+// Letter J: the year within the era that an E field earlier in the same format set (without
+// one, the Gregorian year itself), or the SYEAR text for the first year of an era. Returns
+// CONV_OK with *text set or the year in scratch, or the status of a year that cannot be
+// written.
 uint32_t FormatEraYear(const CONV_DateTime &record, const char *const *names,
                        char (&scratch)[kScratchSize], size_t *scratchLength, const char **text) {
     const uint32_t status = conv::CheckValue(CONV_FIELD_J, record);
@@ -238,10 +241,10 @@ uint32_t FormatEraYear(const CONV_DateTime &record, const char *const *names,
     return CONV_OK;
 }
 
-/* Converts one field of the record to its text by the letter's rule: *text points either at
- * scratch, whose length is then stored in *scratchLength, or at a name (caller's or default).
- * record.era is written by an E field. Returns CONV_OK or the status of a value that the letter
- * cannot write. */
+// Converts one field of the record to its text by the letter's rule: *text points either at
+// scratch, whose length is then stored in *scratchLength, or at a name (caller's or default).
+// record.era is written by an E field. Returns CONV_OK or the status of a value that the letter
+// cannot write.
 uint32_t ConvertField(int32_t letter, const CONV_FieldDescriptor &field, CONV_DateTime &record,
                       const char *const *names, char (&scratch)[kScratchSize],
                       size_t *scratchLength, const char **text) {
@@ -264,7 +267,7 @@ uint32_t ConvertField(int32_t letter, const CONV_FieldDescriptor &field, CONV_Da
         }
         return status;
     }
-    /* A name: Q picks the designator by the half of the day, the others by the value. */
+    // A name: Q picks the designator by the half of the day, the others by the value.
     const conv::FieldRule &rule = conv::kFieldRules[letter];
     const uint32_t status = conv::CheckValue(letter, record);
     if (status != CONV_OK) {
@@ -276,17 +279,17 @@ uint32_t ConvertField(int32_t letter, const CONV_FieldDescriptor &field, CONV_Da
     return CONV_OK;
 }
 
-/* Fills count bytes at position with c. */
+// Fills count bytes at position with c.
 void Fill(char *position, size_t count, char c) {
     if (count > 0) {
         memset(position, c, count);
     }
 }
 
-/* Places the text of one field (length bytes) at *position within *room free bytes: cut to the
- * width when one is given (keeping the left part), justified and padded in the width, and cut to
- * the room. No terminator is written. Advances *position and reduces *room by the positions
- * written. Returns CONV_OK, or CONV_ERR_TARGET_TOO_SMALL when the field did not fit in the room. */
+// Places the text of one field (length bytes) at *position within *room free bytes: cut to the
+// width when one is given (keeping the left part), justified and padded in the width, and cut to
+// the room. No terminator is written. Advances *position and reduces *room by the positions
+// written. Returns CONV_OK, or CONV_ERR_TARGET_TOO_SMALL when the field did not fit in the room.
 uint32_t PlaceField(char **position, int32_t *room, const char *text, size_t textLength,
                     const CONV_FieldDescriptor *descriptor) {
     char *out = *position;
@@ -304,7 +307,7 @@ uint32_t PlaceField(char **position, int32_t *room, const char *text, size_t tex
         written = length;
     } else {
         const size_t width = descriptor->width;
-        /* A value wider than its field is silently cut to the field, keeping its left part. */
+        // A value wider than its field is silently cut to the field, keeping its left part.
         if (length > width) {
             length = width;
         }
@@ -339,11 +342,11 @@ uint32_t PlaceField(char **position, int32_t *room, const char *text, size_t tex
     return status;
 }
 
-/* Converts one field and places it at *position within *room free bytes. Number fields of the
- * common shape are written directly; names without a width are copied up to their terminator
- * or the end of the room; everything else goes through the scratch text and PlaceField. Returns
- * CONV_OK, the status of a value the letter cannot write, CONV_ERR_TARGET_TOO_SMALL when the
- * field was cut to the room, or CONV_WARN_TRUNCATION for a fraction cut to the room. */
+// Converts one field and places it at *position within *room free bytes. Number fields of the
+// common shape are written directly; names without a width are copied up to their terminator
+// or the end of the room; everything else goes through the scratch text and PlaceField. Returns
+// CONV_OK, the status of a value the letter cannot write, CONV_ERR_TARGET_TOO_SMALL when the
+// field was cut to the room, or CONV_WARN_TRUNCATION for a fraction cut to the room.
 uint32_t FormatField(char **position, int32_t *room, int32_t letter,
                      const CONV_FieldDescriptor &field, CONV_DateTime &record,
                      const char *const *names) {
@@ -363,25 +366,27 @@ uint32_t FormatField(char **position, int32_t *room, int32_t letter,
     }
     char *out = *position;
     if (text != scratch && field.width == conv::kNotGiven &&
-        (names == nullptr || reinterpret_cast<uintptr_t>(text) >= reinterpret_cast<uintptr_t>(out))) {
-        /* A name without a width: copied up to its terminator or the end of the room, without
-         * the general placing. Same bytes and status as PlaceField. A name of the caller's that
-         * starts at or after the write position may lie in the target itself; it is measured
-         * before anything is written and moved as a whole, which reads every byte before it is
-         * overwritten. One that starts before the write position goes through PlaceField. */
+        (names == nullptr ||
+         reinterpret_cast<uintptr_t>(text) >= reinterpret_cast<uintptr_t>(out))) {
+        // A name without a width: copied up to its terminator or the end of the room, without
+        // the general placing. Same bytes and status as PlaceField. A name of the caller's that
+        // starts at or after the write position may lie in the target itself; it is measured
+        // before anything is written and moved as a whole, which reads every byte before it is
+        // overwritten. One that starts before the write position goes through PlaceField.
         const size_t length = strlen(text);
-        const size_t shown = length < static_cast<size_t>(*room) ? length : static_cast<size_t>(*room);
+        const size_t shown =
+            length < static_cast<size_t>(*room) ? length : static_cast<size_t>(*room);
         memmove(out, text, shown);
         *position = out + shown;
         *room -= static_cast<int32_t>(shown);
         return shown == length ? CONV_OK : CONV_ERR_TARGET_TOO_SMALL;
     }
-    /* The length of digits just written is known; reading them back with strlen would have to
-     * wait for their stores. */
+    // The length of digits just written is known; reading them back with strlen would have to
+    // wait for their stores.
     const size_t length = text == scratch ? scratchLength : strlen(text);
     status = PlaceField(position, room, text, length, &field);
-    /* A cut fraction is reported as a warning: the digits shown are still the leading digits of
-     * the value (callers accept a shortened timestamp). */
+    // A cut fraction is reported as a warning: the digits shown are still the leading digits of
+    // the value (callers accept a shortened timestamp).
     if (status != CONV_OK && letter == CONV_FIELD_F) {
         status = CONV_WARN_TRUNCATION;
     }
@@ -390,19 +395,19 @@ uint32_t FormatField(char **position, int32_t *room, int32_t letter,
 
 }  // namespace
 
-/* Places the NUL-terminated text of one field at *position within *room free bytes, as
- * PlaceField does. Returns CONV_OK or CONV_ERR_TARGET_TOO_SMALL. */
+// Places the NUL-terminated text of one field at *position within *room free bytes, as
+// PlaceField does. Returns CONV_OK or CONV_ERR_TARGET_TOO_SMALL.
 uint32_t conv::CONV_PutInBuffer(char **position, int32_t *room, const char *text,
                                 const CONV_FieldDescriptor *descriptor) noexcept {
     return PlaceField(position, room, text, strlen(text), descriptor);
 }
 
-/* Formats the record under format into target (targetSize bytes), always terminated: a size of 0
- * or below leaves no room for text, and the terminator still goes to target[0] (callers pass a
- * target of at least one byte). Returns CONV_OK, the status of the field that stopped formatting, or
- * CONV_ERR_TARGET_TOO_SMALL when the room ran out; a fraction field cut by the room gives
- * CONV_WARN_TRUNCATION. The caller keeps ownership of everything; only record->era and the
- * target are written. */
+// Formats the record under format into target (targetSize bytes), always terminated: a size of 0
+// or below leaves no room for text, and the terminator still goes to target[0] (callers pass a
+// target of at least one byte). Returns CONV_OK, the status of the field that stopped formatting,
+// or CONV_ERR_TARGET_TOO_SMALL when the room ran out; a fraction field cut by the room gives
+// CONV_WARN_TRUNCATION. The caller keeps ownership of everything; only record->era and the
+// target are written.
 extern "C" uint32_t CONV_DateTimeToString(char *target, CONV_DateTime *record, int32_t targetSize,
                                           const char *format, const char *const *names,
                                           uint16_t *failedField, uint16_t *fieldCount) noexcept {
@@ -417,8 +422,8 @@ extern "C" uint32_t CONV_DateTimeToString(char *target, CONV_DateTime *record, i
     *fieldCount = 0;
     *failedField = CONV_FIELD_NONE;
 
-    /* A record that shares bytes with the target is read from a copy, so that the text written
-     * cannot change the values still to be read. */
+    // A record that shares bytes with the target is read from a copy, so that the text written
+    // cannot change the values still to be read.
     CONV_DateTime copy;
     CONV_DateTime *values = record;
     if (targetSize > 0) {
@@ -437,10 +442,10 @@ extern "C" uint32_t CONV_DateTimeToString(char *target, CONV_DateTime *record, i
     const char *fmt = format;
     while (room > 0 && *fmt != '\0') {
         CONV_FieldDescriptor field;
-        /* Only a "%" can begin a field: other characters skip the field reader. */
+        // Only a "%" can begin a field: other characters skip the field reader.
         const int32_t letter = *fmt == '%' ? conv::CONV_CheckField(&fmt, &field) : -1;
         if (letter < 0) {
-            /* A literal; for "%%" the reader already stepped onto the second "%". */
+            // A literal; for "%%" the reader already stepped onto the second "%".
             *out++ = *fmt++;
             --room;
             continue;
@@ -459,11 +464,11 @@ extern "C" uint32_t CONV_DateTimeToString(char *target, CONV_DateTime *record, i
     return *fmt == '\0' ? CONV_OK : CONV_ERR_TARGET_TOO_SMALL;
 }
 
-/* Measures format by formatting a worst-case sample (10 October 1994, 23:59:59.999999999, a
- * Sunday) with the longest name of every group placed where the sample reads it. Era names and
- * the SYEAR text are not available to the measurement (an E field fails it; J measures the
- * Gregorian year). Stores the text length plus the terminator in *length and returns CONV_OK; on
- * any failure stores 0 and returns CONV_ERR_TARGET_TOO_SMALL. */
+// Measures format by formatting a worst-case sample (10 October 1994, 23:59:59.999999999, a
+// Sunday) with the longest name of every group placed where the sample reads it. Era names and
+// the SYEAR text are not available to the measurement (an E field fails it; J measures the
+// Gregorian year). Stores the text length plus the terminator in *length and returns CONV_OK; on
+// any failure stores 0 and returns CONV_ERR_TARGET_TOO_SMALL.
 extern "C" uint32_t CONV_CalcDateTimeLength(const char *format, const char *const *names,
                                             uint32_t *length) noexcept {
     CONV_DateTime sample;
@@ -478,7 +483,7 @@ extern "C" uint32_t CONV_CalcDateTimeLength(const char *format, const char *cons
     sample.fractionBase = 9;
     sample.era = CONV_DT_UNSET;
 
-    /* Slots 0..39 from the caller, a null slot (or no record) taking its default text. */
+    // Slots 0..39 from the caller, a null slot (or no record) taking its default text.
     const char *local[CONV_NAMES_COUNT] = {};
     for (int32_t i = 0; i < 7; ++i) {
         local[CONV_NAMES_DAY + i] =
@@ -497,8 +502,8 @@ extern "C" uint32_t CONV_CalcDateTimeLength(const char *format, const char *cons
             NameOrDefault(names, CONV_NAMES_MERIDIEM + i, gCONV_DefaultMeridiem[i]);
     }
 
-    /* The longest text of each group (the first wins a tie) goes into the slot the sample uses:
-     * Sunday, October and after noon. */
+    // The longest text of each group (the first wins a tie) goes into the slot the sample uses:
+    // Sunday, October and after noon.
     struct Group {
         int32_t first;
         int32_t count;

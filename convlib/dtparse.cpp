@@ -1,17 +1,15 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * dtparse.cpp - date-time parsing: source text read into a CONV_DateTime under a format of the
- * library's date-time format language, with the names of the caller or the defaults, the
- * meridiem rules, era names and the SYEAR text, and the checks made once the format is read.
- */
+// SPDX-License-Identifier: MIT
+// dtparse.cpp - date-time parsing: source text read into a CONV_DateTime under a format of the
+// library's date-time format language, with the names of the caller or the defaults, the
+// meridiem rules, era names and the SYEAR text, and the checks made once the format is read.
 #include <ctype.h>
+#include <nlssupport/convlib.h>
+#include <nlssupport/memmgr.h>
 #include <stdint.h>
 #include <stdlib.h>
 #include <string.h>
 
-#include <nlssupport/convlib.h>
 #include "datetime_internal.h"
-#include <nlssupport/memmgr.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -22,11 +20,11 @@ namespace {
     "@(#)     PLATFORM : Linux on Intel",
 };
 
-/* Source path passed to the allocator with this file's own allocations (identifies call sites). */
+// Source path passed to the allocator with this file's own allocations (identifies call sites).
 constexpr char kSourcePath[] = "convlib/dtparse.cpp";
 
-/* What is known about the meridiem while reading: nothing yet, an hour read by P without a
- * designator, or the index (0 before noon, 1 after noon) of the designator read. */
+// What is known about the meridiem while reading: nothing yet, an hour read by P without a
+// designator, or the index (0 before noon, 1 after noon) of the designator read.
 enum Meridiem : int32_t {
     kMeridiemBeforeNoon = 0,
     kMeridiemAfterNoon = 1,
@@ -34,24 +32,24 @@ enum Meridiem : int32_t {
     kMeridiemHourOnly = 3,
 };
 
-/* State of one parse. */
+// State of one parse.
 struct Parse {
-    const char *source;       /* current source position */
-    CONV_DateTime *record;    /* the record being filled */
-    const char *const *names; /* caller's names record, or null */
-    int32_t centuryBase;      /* added to a year read by Y */
-    int32_t meridiem;         /* a Meridiem value */
+    const char *source;        // current source position
+    CONV_DateTime *record;     // the record being filled
+    const char *const *names;  // caller's names record, or null
+    int32_t centuryBase;       // added to a year read by Y
+    int32_t meridiem;          // a Meridiem value
 };
 
-/* The number read, kept by its low 16 bits: 65537 read for a day is day 1 (kept: the range test
- * is made on the stored value). */
+// The number read, kept by its low 16 bits: 65537 read for a day is day 1 (kept: the range test
+// is made on the stored value).
 int16_t Low16(int32_t value) {
     return static_cast<int16_t>(static_cast<uint16_t>(static_cast<uint32_t>(value)));
 }
 
-/* Reads the first name of a table of count names (null slots skipped) that stands at the source
- * position; *index receives its position in the table. Returns CONV_OK, CONV_ERR_FORMAT_LEFT or
- * CONV_ERR_SCAN_MISMATCH. */
+// Reads the first name of a table of count names (null slots skipped) that stands at the source
+// position; *index receives its position in the table. Returns CONV_OK, CONV_ERR_FORMAT_LEFT or
+// CONV_ERR_SCAN_MISMATCH.
 uint32_t ScanNames(Parse &parse, const char *const *table, int32_t count,
                    const CONV_FieldDescriptor &field, int32_t *index) {
     for (int32_t i = 0; i < count; ++i) {
@@ -71,8 +69,8 @@ uint32_t ScanNames(Parse &parse, const char *const *table, int32_t count,
     return CONV_ERR_SCAN_MISMATCH;
 }
 
-/* Reads a name of the letter's group: the caller's group when a names record is given and the
- * group's first slot is set, else the whole default group. */
+// Reads a name of the letter's group: the caller's group when a names record is given and the
+// group's first slot is set, else the whole default group.
 uint32_t ScanGroup(Parse &parse, int32_t letter, const CONV_FieldDescriptor &field,
                    int32_t *index) {
     const conv::FieldRule &rule = conv::kFieldRules[letter];
@@ -83,8 +81,8 @@ uint32_t ScanGroup(Parse &parse, int32_t letter, const CONV_FieldDescriptor &fie
     return ScanNames(parse, table, rule.nameCount, field, index);
 }
 
-/* Reads a number into *target (low 16 bits) after checking that the target is still unset.
- * Returns CONV_OK, CONV_ERR_RESCAN or the status of the number reader. */
+// Reads a number into *target (low 16 bits) after checking that the target is still unset.
+// Returns CONV_OK, CONV_ERR_RESCAN or the status of the number reader.
 uint32_t ScanField16(Parse &parse, const CONV_FieldDescriptor &field, int16_t *target) {
     if (*target != conv::kUnset) {
         return CONV_ERR_RESCAN;
@@ -100,26 +98,26 @@ uint32_t ScanField16(Parse &parse, const CONV_FieldDescriptor &field, int16_t *t
     return CONV_OK;
 }
 
-/* Letters D, H, I, M, S and Z: a number read into the letter's member, which must then lie in
- * the letter's range. Returns CONV_OK or the failing status. */
+// Letters D, H, I, M, S and Z: a number read into the letter's member, which must then lie in
+// the letter's range. Returns CONV_OK or the failing status.
 uint32_t ScanNumberField(Parse &parse, int32_t letter, const CONV_FieldDescriptor &field) {
     const uint32_t status =
         ScanField16(parse, field, &(parse.record->*conv::kFieldRules[letter].member));
     return status != CONV_OK ? status : conv::CheckValue(letter, *parse.record);
 }
 
-/* Letters read as a plain number straight into their member: D H I M S Z. */
+// Letters read as a plain number straight into their member: D H I M S Z.
 constexpr bool IsPlainNumberLetter(int32_t letter) {
     constexpr uint32_t kMask = 1u << CONV_FIELD_D | 1u << CONV_FIELD_H | 1u << CONV_FIELD_I |
                                1u << CONV_FIELD_M | 1u << CONV_FIELD_S | 1u << CONV_FIELD_Z;
     return (kMask >> letter & 1u) != 0;
 }
 
-/* The common number field, read in the parsing loop itself: a letter of IsPlainNumberLetter
- * whose member is still unset, with a width of 1..9 whose characters are all digits. Stores the
- * number and *status (CONV_OK, or the letter's status for a value outside its range) and returns
- * true: exactly what ScanNumberField does for such a field. Returns false, changing nothing, for
- * every other field. */
+// The common number field, read in the parsing loop itself: a letter of IsPlainNumberLetter
+// whose member is still unset, with a width of 1..9 whose characters are all digits. Stores the
+// number and *status (CONV_OK, or the letter's status for a value outside its range) and returns
+// true: exactly what ScanNumberField does for such a field. Returns false, changing nothing, for
+// every other field.
 [[gnu::always_inline]] inline bool ScanNumberDirect(Parse &parse, int32_t letter,
                                                     const CONV_FieldDescriptor &field,
                                                     uint32_t *status) {
@@ -136,8 +134,8 @@ constexpr bool IsPlainNumberLetter(int32_t letter) {
     return true;
 }
 
-/* Letters T, U, V and W: a name of the letter's group; its position in the group, counted from
- * the letter's lowest value, goes into the member, which must still be unset. */
+// Letters T, U, V and W: a name of the letter's group; its position in the group, counted from
+// the letter's lowest value, goes into the member, which must still be unset.
 uint32_t ScanNameField(Parse &parse, int32_t letter, const CONV_FieldDescriptor &field) {
     const conv::FieldRule &rule = conv::kFieldRules[letter];
     int16_t &target = parse.record->*rule.member;
@@ -152,8 +150,8 @@ uint32_t ScanNameField(Parse &parse, int32_t letter, const CONV_FieldDescriptor 
     return status;
 }
 
-/* Letter P: an hour of the 12-hour clock, 1..12 (CONV_ERR_HOUR12), turned into the afternoon
- * when a designator after noon was read before it. */
+// Letter P: an hour of the 12-hour clock, 1..12 (CONV_ERR_HOUR12), turned into the afternoon
+// when a designator after noon was read before it.
 uint32_t ScanHour12(Parse &parse, const CONV_FieldDescriptor &field) {
     CONV_DateTime &record = *parse.record;
     const uint32_t status = ScanField16(parse, field, &record.hour);
@@ -171,8 +169,8 @@ uint32_t ScanHour12(Parse &parse, const CONV_FieldDescriptor &field) {
     return CONV_OK;
 }
 
-/* Letter Q: the meridiem designator, once per format; after noon it turns an hour read by P
- * before it into the afternoon. */
+// Letter Q: the meridiem designator, once per format; after noon it turns an hour read by P
+// before it into the afternoon.
 uint32_t ScanMeridiem(Parse &parse, const CONV_FieldDescriptor &field) {
     if (parse.meridiem == kMeridiemBeforeNoon || parse.meridiem == kMeridiemAfterNoon) {
         return CONV_ERR_RESCAN;
@@ -182,8 +180,8 @@ uint32_t ScanMeridiem(Parse &parse, const CONV_FieldDescriptor &field) {
     if (status != CONV_OK) {
         return status;
     }
-    /* The before-noon designator never changes the hour: "12" with it stays hour 12 (kept:
-     * callers read 12 AM as noon). */
+    // The before-noon designator never changes the hour: "12" with it stays hour 12 (kept:
+    // callers read 12 AM as noon).
     CONV_DateTime &record = *parse.record;
     if (parse.meridiem == kMeridiemHourOnly && index == kMeridiemAfterNoon && record.hour != 12) {
         record.hour = static_cast<int16_t>(record.hour + 12);
@@ -192,8 +190,8 @@ uint32_t ScanMeridiem(Parse &parse, const CONV_FieldDescriptor &field) {
     return CONV_OK;
 }
 
-/* Letter Y: a year within the century, added to the century base. The sum is formed without
- * overflow and kept by its low 16 bits, like every year. */
+// Letter Y: a year within the century, added to the century base. The sum is formed without
+// overflow and kept by its low 16 bits, like every year.
 uint32_t ScanCenturyYear(Parse &parse, const CONV_FieldDescriptor &field) {
     CONV_DateTime &record = *parse.record;
     if (record.year != conv::kUnset) {
@@ -209,13 +207,13 @@ uint32_t ScanCenturyYear(Parse &parse, const CONV_FieldDescriptor &field) {
     return conv::CheckValue(CONV_FIELD_Y, record);
 }
 
-/* Letter E: an era name of the caller's; the era must come before the year it qualifies. */
+// Letter E: an era name of the caller's; the era must come before the year it qualifies.
 uint32_t ScanEra(Parse &parse, const CONV_FieldDescriptor &field) {
     CONV_DateTime &record = *parse.record;
     if (record.year != conv::kUnset) {
         return CONV_ERR_RESCAN;
     }
-    /* Only the first era slot tells whether era names were given. */
+    // Only the first era slot tells whether era names were given.
     if (parse.names == nullptr || parse.names[CONV_NAMES_ERA] == nullptr) {
         return CONV_ERR_NO_ERA_NAMES;
     }
@@ -227,7 +225,7 @@ uint32_t ScanEra(Parse &parse, const CONV_FieldDescriptor &field) {
     return status;
 }
 
-/* Letter J: the SYEAR text (year 1) or the year within the era as a number. */
+// Letter J: the SYEAR text (year 1) or the year within the era as a number.
 uint32_t ScanEraYear(Parse &parse, const CONV_FieldDescriptor &field) {
     CONV_DateTime &record = *parse.record;
     if (record.year != conv::kUnset) {
@@ -248,10 +246,10 @@ uint32_t ScanEraYear(Parse &parse, const CONV_FieldDescriptor &field) {
     return ScanNumberField(parse, CONV_FIELD_J, field);
 }
 
-/* Letter F. Without a width the number is taken unscaled. With a width the characters are read
- * as the first digits after a decimal point, scaled to fractionBase digits: with base 3, "5"
- * gives 500 and "1234" gives 123. Either way the result must be a valid count of nanoseconds.
- * Returns CONV_OK or the failing status. */
+// Letter F. Without a width the number is taken unscaled. With a width the characters are read
+// as the first digits after a decimal point, scaled to fractionBase digits: with base 3, "5"
+// gives 500 and "1234" gives 123. Either way the result must be a valid count of nanoseconds.
+// Returns CONV_OK or the failing status.
 uint32_t ScanFraction(Parse &parse, const CONV_FieldDescriptor &field) {
     CONV_DateTime &record = *parse.record;
     if (record.fraction != conv::kUnset) {
@@ -273,8 +271,7 @@ uint32_t ScanFraction(Parse &parse, const CONV_FieldDescriptor &field) {
         char scratch[1000];
         memcpy(scratch, parse.source, taken);
         scratch[taken] = '\0';
-        /* Without a flag the field may be blank on both sides; with "-" or "0" only on the right.
-         */
+        // Without a flag the field may be blank on both sides; with "-" or "0" only on the right.
         CONV_Trim(scratch,
                   field.flag == 0 ? (CONV_TRIM_LEADING | CONV_TRIM_TRAILING) : CONV_TRIM_TRAILING);
         if (isspace(static_cast<unsigned char>(scratch[0])) != 0) {
@@ -299,7 +296,7 @@ uint32_t ScanFraction(Parse &parse, const CONV_FieldDescriptor &field) {
     return conv::CheckFraction(record.fraction, conv::kUnset);
 }
 
-/* Reads one field of the given letter into the record. Returns CONV_OK or the field's status. */
+// Reads one field of the given letter into the record. Returns CONV_OK or the field's status.
 uint32_t ScanField(Parse &parse, int32_t letter, const CONV_FieldDescriptor &field) {
     switch (letter) {
         case CONV_FIELD_F:
@@ -324,8 +321,8 @@ uint32_t ScanField(Parse &parse, int32_t letter, const CONV_FieldDescriptor &fie
     }
 }
 
-/* The checks made once reading has ended: era year to Gregorian year, 24:00:00, the day within
- * its month, then what is left of the source or the format. Returns CONV_OK or the status. */
+// The checks made once reading has ended: era year to Gregorian year, 24:00:00, the day within
+// its month, then what is left of the source or the format. Returns CONV_OK or the status.
 uint32_t FinishParse(CONV_DateTime &record, bool sourceLeft, bool formatLeft) {
     if (record.era != conv::kUnset) {
         if (record.year == conv::kUnset) {
@@ -350,7 +347,7 @@ uint32_t FinishParse(CONV_DateTime &record, bool sourceLeft, bool formatLeft) {
     if (sourceLeft) {
         return CONV_ERR_SOURCE_LEFT;
     }
-    /* Whatever the rest of the format holds, literals alone included. */
+    // Whatever the rest of the format holds, literals alone included.
     if (formatLeft) {
         return CONV_ERR_FORMAT_LEFT;
     }
@@ -359,10 +356,10 @@ uint32_t FinishParse(CONV_DateTime &record, bool sourceLeft, bool formatLeft) {
 
 }  // namespace
 
-/* Reads source under format into record (fractionBase is an input, every other field is reset).
- * A source that shares bytes with the record is read from a temporary copy made by the checked
- * allocator and released before returning. Returns CONV_OK or the failing status; the record
- * keeps what was read up to the failure. The caller owns everything passed. */
+// Reads source under format into record (fractionBase is an input, every other field is reset).
+// A source that shares bytes with the record is read from a temporary copy made by the checked
+// allocator and released before returning. Returns CONV_OK or the failing status; the record
+// keeps what was read up to the failure. The caller owns everything passed.
 extern "C" uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *source,
                                           const char *format, int32_t centuryBase,
                                           const char *const *names, uint16_t *failedField,
@@ -378,14 +375,14 @@ extern "C" uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *sou
     *fieldCount = 0;
     *failedField = CONV_FIELD_NONE;
 
-    /* The record is reset before reading, so a source stored in it must be copied first. */
+    // The record is reset before reading, so a source stored in it must be copied first.
     char *duplicate = nullptr;
     const uintptr_t sourceStart = reinterpret_cast<uintptr_t>(source);
     const uintptr_t recordStart = reinterpret_cast<uintptr_t>(record);
-    /* The source with its terminator shares bytes with the record when it starts inside the
-     * record, or starts before it and has no terminator in front of it. A source starting
-     * behind the record cannot reach it and is not measured; one in front of it is scanned at
-     * most up to the record. */
+    // The source with its terminator shares bytes with the record when it starts inside the
+    // record, or starts before it and has no terminator in front of it. A source starting
+    // behind the record cannot reach it and is not measured; one in front of it is scanned at
+    // most up to the record.
     bool overlaps = false;
     if (sourceStart < recordStart) {
         const size_t distance = recordStart - sourceStart;
@@ -418,10 +415,10 @@ extern "C" uint32_t CONV_StringToDateTime(CONV_DateTime *record, const char *sou
     const char *fmt = format;
     while (*parse.source != '\0' && *fmt != '\0') {
         CONV_FieldDescriptor field;
-        /* Only a "%" can begin a field: other characters skip the field reader. */
+        // Only a "%" can begin a field: other characters skip the field reader.
         const int32_t letter = *fmt == '%' ? conv::CONV_CheckField(&fmt, &field) : -1;
         if (letter < 0) {
-            /* A literal must stand in the source as it is; "%%" matches a single "%". */
+            // A literal must stand in the source as it is; "%%" matches a single "%".
             if (*parse.source != *fmt) {
                 MMFLAT_Free(duplicate);
                 return CONV_ERR_SCAN_MISMATCH;

@@ -1,12 +1,13 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // The source scanners shared by the date-time parser: the readers of a name and of a number
 // from source text. (The reader of "%" fields is inline in datetime_internal.h.)
+#include <nlssupport/convlib.h>
+
 #include <cstdint>
 #include <cstring>
 
-#include <nlssupport/convlib.h>
-#include "datetime_internal.h"
 #include "convlib_export.h"
+#include "datetime_internal.h"
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

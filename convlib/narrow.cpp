@@ -1,12 +1,12 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // Numeric narrowing: moves a double, a signed or an unsigned 32-bit integer into a narrower or
 // differently signed type and reports whether the value fitted.
+#include <nlssupport/convlib.h>
+
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <type_traits>
-
-#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

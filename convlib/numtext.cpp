@@ -1,11 +1,11 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // Number text checking and normalising: the syntax check of decimal number text under the
 // number-syntax flags, and the fitting of number text into a caller's buffer.
+#include <nlssupport/convlib.h>
+
 #include <cctype>
 #include <cstdint>
 #include <cstring>
-
-#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

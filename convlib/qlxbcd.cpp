@@ -1,10 +1,10 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // The self-describing packed decimal: a precision byte, a signed scale byte, then packed digits
 // with the sign in the last low nibble. Written from number text and back.
+#include <nlssupport/convlib.h>
+
 #include <cstdint>
 #include <cstring>
-
-#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -135,7 +135,8 @@ extern "C" uint32_t CONV_StringToQLXBCD(uint8_t *out, const char *text) noexcept
 // and 0xD (nothing written then).
 extern "C" uint32_t CONV_QLXBCDToString(char *out, const uint8_t *value) noexcept {
     const uint32_t precision = value[0];
-    const int32_t scale = static_cast<int8_t>(value[1]);
+    // The scale byte is a signed 8-bit number (two's complement).
+    const int32_t scale = value[1] < 128 ? value[1] : value[1] - 256;
     const uint8_t *digits = value + 2;
     const uint32_t lastByte = precision / 2;
     const uint8_t sign = digits[lastByte] & 0x0F;

@@ -1,8 +1,8 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // Status messages of the conversion library: the SQLSTATE and text of every status code.
-#include <cstdint>
-
 #include <nlssupport/convlib.h>
+
+#include <cstdint>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,8 +1,6 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * strtol32.cpp - the 32-bit saturating text-to-integer conversion shared by the number
- * conversions, the date-time scanners and the general library.
- */
+// SPDX-License-Identifier: MIT
+// strtol32.cpp - the 32-bit saturating text-to-integer conversion shared by the number
+// conversions, the date-time scanners and the general library.
 #include <cerrno>
 #include <climits>
 #include <cstdint>

@@ -1,10 +1,10 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // Trimming of byte strings: blanks stripped in place from NUL-terminated strings, trimmed lengths
 // of counted buffers, and the bytes taken by a number of UTF-8 characters.
+#include <nlssupport/convlib.h>
+
 #include <cstdint>
 #include <cstring>
-
-#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -79,8 +79,9 @@ extern "C" int32_t CONV_GetTrimmedLengthUTF8Chars(const char *buffer, int32_t by
 // stored: its index lies before the buffer.
 extern "C" int32_t CONV_TrimWithStrlen(char *buffer, int32_t length) noexcept {
     const int32_t trimmed = CONV_GetTrimmedLength(buffer, length);
-    if (trimmed >= 0)
+    if (trimmed >= 0) {
         buffer[trimmed] = '\0';
+    }
     return trimmed;
 }
 

@@ -1,16 +1,14 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * errquery.cpp - error stack queries: counting, retrieval, search and removal.
- *
- * Whenever the reserved record holds an error it counts as both the oldest and the newest error:
- * retrieval hands it out (a pointer to the stack's own record) before any heap record, and the
- * search tests it before the heap records.
- */
+// SPDX-License-Identifier: MIT
+// errquery.cpp - error stack queries: counting, retrieval, search and removal.
+//
+// Whenever the reserved record holds an error it counts as both the oldest and the newest error:
+// retrieval hands it out (a pointer to the stack's own record) before any heap record, and the
+// search tests it before the heap records.
+#include <nlssupport/errlib.h>
 #include <strings.h>
 
 #include <cstdint>
 
-#include <nlssupport/errlib.h>
 #include "errstack_internal.h"
 
 namespace {
@@ -22,21 +20,19 @@ namespace {
     "@(#)     PLATFORM : Linux on Intel",
 };
 
-/* True when the stack holds no error at all. */
+// True when the stack holds no error at all.
 bool IsEmpty(const ERRLIB_ErrorStack *stack) {
     return stack->count == 0 && stack->memoryErrorInUse == 0;
 }
 
-/* Hands out the reserved record: it no longer counts as an error, its contents stay readable. */
+// Hands out the reserved record: it no longer counts as an error, its contents stay readable.
 ERRLIB_Error *TakeReservedRecord(ERRLIB_ErrorStack *stack) {
     stack->memoryErrorInUse = 0;
     return &stack->memoryError;
 }
 
-/*
- * True when the record has this component, code and class and, for each of function and file
- * that is given, a text equal to it ignoring case.
- */
+// True when the record has this component, code and class and, for each of function and file
+// that is given, a text equal to it ignoring case.
 bool Matches(const ERRLIB_Error &record, int32_t component, int32_t code, int32_t errorClass,
              const char *function, const char *file) {
     if (record.code != code || record.errorClass != errorClass || record.component != component) {
@@ -52,10 +48,8 @@ bool Matches(const ERRLIB_Error &record, int32_t component, int32_t code, int32_
     return true;
 }
 
-/*
- * Takes the newest error off the stack into *recordOut (0), or returns 1 when there is none. The
- * second result tells whether the record came out of the slot array.
- */
+// Takes the newest error off the stack into *recordOut (0), or returns 1 when there is none. The
+// second result tells whether the record came out of the slot array.
 int TakeLast(ERRLIB_ErrorStack *stack, ERRLIB_Error **recordOut, bool *fromSlot) {
     *recordOut = nullptr;
     *fromSlot = false;
@@ -76,10 +70,8 @@ int TakeLast(ERRLIB_ErrorStack *stack, ERRLIB_Error **recordOut, bool *fromSlot)
 
 }  // namespace
 
-/*
- * Stores in *countOut the number of errors: the heap records plus 1 while the reserved record
- * holds an error. Returns 0, or 1 for a null stack or countOut.
- */
+// Stores in *countOut the number of errors: the heap records plus 1 while the reserved record
+// holds an error. Returns 0, or 1 for a null stack or countOut.
 extern "C" int ERRLIB_ErrorStack_GetNumberofErrors(const ERRLIB_ErrorStack *stack,
                                                    int32_t *countOut) noexcept {
     if (stack == nullptr || countOut == nullptr) {
@@ -89,14 +81,12 @@ extern "C" int ERRLIB_ErrorStack_GetNumberofErrors(const ERRLIB_ErrorStack *stac
     return 0;
 }
 
-/*
- * Takes the oldest error off the stack. *recordOut is set to null before the stack is examined.
- * A pending memory error comes first: *recordOut then points at the stack's own reserved record,
- * which stops counting as an error but stays readable until the next memory error or a clear.
- * Otherwise the record of slot 0 is handed over (the caller owns it and releases it with
- * ERRLIB_Error_Release) and the other slots move one place towards the front. Returns 0, or 1
- * for a null recordOut (nothing written), a null stack or a stack without errors.
- */
+// Takes the oldest error off the stack. *recordOut is set to null before the stack is examined.
+// A pending memory error comes first: *recordOut then points at the stack's own reserved record,
+// which stops counting as an error but stays readable until the next memory error or a clear.
+// Otherwise the record of slot 0 is handed over (the caller owns it and releases it with
+// ERRLIB_Error_Release) and the other slots move one place towards the front. Returns 0, or 1
+// for a null recordOut (nothing written), a null stack or a stack without errors.
 extern "C" int ERRLIB_ErrorStack_GetFirstError(ERRLIB_ErrorStack *stack,
                                                ERRLIB_Error **recordOut) noexcept {
     if (recordOut == nullptr) {
@@ -119,12 +109,10 @@ extern "C" int ERRLIB_ErrorStack_GetFirstError(ERRLIB_ErrorStack *stack,
     return 0;
 }
 
-/*
- * Takes the newest error off the stack (last in, first out); a pending memory error comes first
- * and is handed out as with ERRLIB_ErrorStack_GetFirstError. A heap record becomes the caller's.
- * *recordOut is set to null before the stack is examined. Returns 0, or 1 for a null recordOut
- * (nothing written), a null stack or a stack without errors.
- */
+// Takes the newest error off the stack (last in, first out); a pending memory error comes first
+// and is handed out as with ERRLIB_ErrorStack_GetFirstError. A heap record becomes the caller's.
+// *recordOut is set to null before the stack is examined. Returns 0, or 1 for a null recordOut
+// (nothing written), a null stack or a stack without errors.
 extern "C" int ERRLIB_ErrorStack_GetLastError(ERRLIB_ErrorStack *stack,
                                               ERRLIB_Error **recordOut) noexcept {
     if (recordOut == nullptr) {
@@ -134,12 +122,10 @@ extern "C" int ERRLIB_ErrorStack_GetLastError(ERRLIB_ErrorStack *stack,
     return TakeLast(stack, recordOut, &fromSlot);
 }
 
-/*
- * Shows the newest error without removing it: the reserved record while it holds an error, else
- * the record of the last used slot. The stack keeps ownership. *recordOut is set to null before
- * the stack is examined. Returns 0, or 1 for a null recordOut (nothing written), a null stack or
- * a stack without errors.
- */
+// Shows the newest error without removing it: the reserved record while it holds an error, else
+// the record of the last used slot. The stack keeps ownership. *recordOut is set to null before
+// the stack is examined. Returns 0, or 1 for a null recordOut (nothing written), a null stack or
+// a stack without errors.
 extern "C" int ERRLIB_ErrorStack_PeekLastError(ERRLIB_ErrorStack *stack,
                                                ERRLIB_Error **recordOut) noexcept {
     if (recordOut == nullptr) {
@@ -157,15 +143,13 @@ extern "C" int ERRLIB_ErrorStack_PeekLastError(ERRLIB_ErrorStack *stack,
     return 0;
 }
 
-/*
- * Finds the first error with this component, code and class whose function and file texts equal
- * the given ones ignoring case (a null function or file matches anything). Sets *indexOut to -1
- * and *recordOut (when recordOut is given) to null first. A pending memory error is tested first:
- * its match gives index 0 and leaves *recordOut null (kept so: the reserved record is reported by
- * index only). Then slots 0 .. count - 1 in order: the first match gives its slot index and, when
- * recordOut is given, the record (still owned by the stack). Returns 0 whether found or not, or 1
- * for a null stack or indexOut.
- */
+// Finds the first error with this component, code and class whose function and file texts equal
+// the given ones ignoring case (a null function or file matches anything). Sets *indexOut to -1
+// and *recordOut (when recordOut is given) to null first. A pending memory error is tested first:
+// its match gives index 0 and leaves *recordOut null (kept so: the reserved record is reported by
+// index only). Then slots 0 .. count - 1 in order: the first match gives its slot index and, when
+// recordOut is given, the record (still owned by the stack). Returns 0 whether found or not, or 1
+// for a null stack or indexOut.
 extern "C" int ERRLIB_ErrorStack_FindError(ERRLIB_ErrorStack *stack, int32_t component,
                                            int32_t code, int32_t errorClass, const char *function,
                                            const char *file, int32_t *indexOut,
@@ -201,11 +185,9 @@ extern "C" int ERRLIB_ErrorStack_FindError(ERRLIB_ErrorStack *stack, int32_t com
     return 0;
 }
 
-/*
- * Removes the newest error and releases it: a pending memory error is only cleared in place (the
- * reserved record belongs to the stack); a heap record is freed with its texts. Returns 0, or 1
- * for a null stack or a stack without errors.
- */
+// Removes the newest error and releases it: a pending memory error is only cleared in place (the
+// reserved record belongs to the stack); a heap record is freed with its texts. Returns 0, or 1
+// for a null stack or a stack without errors.
 extern "C" int ERRLIB_ErrorStack_RemoveLastError_U(ERRLIB_ErrorStack *stack) noexcept {
     ERRLIB_Error *record = nullptr;
     bool fromSlot = false;
@@ -220,11 +202,9 @@ extern "C" int ERRLIB_ErrorStack_RemoveLastError_U(ERRLIB_ErrorStack *stack) noe
     return ERRLIB_Error_Release(record, stack);
 }
 
-/*
- * Removes and releases the newest error only when its code and class are the given ones. Returns
- * 0 when removed, 1 for a null stack, a stack without errors or a newest error that does not
- * match (it is then kept).
- */
+// Removes and releases the newest error only when its code and class are the given ones. Returns
+// 0 when removed, 1 for a null stack, a stack without errors or a newest error that does not
+// match (it is then kept).
 extern "C" int ERRLIB_ErrorStack_RemoveLastError(ERRLIB_ErrorStack *stack, int32_t code,
                                                  int32_t errorClass) noexcept {
     ERRLIB_Error *record = nullptr;
@@ -238,13 +218,11 @@ extern "C" int ERRLIB_ErrorStack_RemoveLastError(ERRLIB_ErrorStack *stack, int32
     return ERRLIB_ErrorStack_RemoveLastError_U(stack);
 }
 
-/*
- * Removes and releases every error: frees the heap records of slots 0 .. count - 1 in order, sets
- * count and reservedWord to 0 (the slots keep their old pointers; they lie beyond count and are
- * never read), and clears a pending memory error. Returns 0, or 1 for a null stack, or at once
- * when a used slot is null (count is then left as it was and the slots already freed are set to
- * null, so that destroying the stack frees the rest exactly once).
- */
+// Removes and releases every error: frees the heap records of slots 0 .. count - 1 in order, sets
+// count and reservedWord to 0 (the slots keep their old pointers; they lie beyond count and are
+// never read), and clears a pending memory error. Returns 0, or 1 for a null stack, or at once
+// when a used slot is null (count is then left as it was and the slots already freed are set to
+// null, so that destroying the stack frees the rest exactly once).
 extern "C" int ERRLIB_ErrorStack_Clear(ERRLIB_ErrorStack *stack) noexcept {
     if (stack == nullptr) {
         return 1;

@@ -1,15 +1,14 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * errrecord.cpp - error records: creation and release, field access by id, clearing and copying.
- */
+// SPDX-License-Identifier: MIT
+// errrecord.cpp - error records: creation and release, field access by id, clearing and copying.
+#include <nlssupport/errlib.h>
+#include <nlssupport/memmgr.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <ctime>
 
-#include <nlssupport/errlib.h>
 #include "errstack_internal.h"
-#include <nlssupport/memmgr.h>
 
 namespace {
 
@@ -21,7 +20,7 @@ namespace {
     "@(#)     PLATFORM : Linux on Intel",
 };
 
-/* Source path passed to the allocator with this file's own allocations (identifies call sites). */
+// Source path passed to the allocator with this file's own allocations (identifies call sites).
 constexpr char kSourcePath[] = "errlib/errrecord.cpp";
 
 using errlib::CopyText;
@@ -29,7 +28,7 @@ using errlib::FixedBufferSize;
 using errlib::kMessageBufferSize;
 using errlib::kNameBufferSize;
 
-/* The text field behind a text field id (3, 4, 5, 7); null for any other id. */
+// The text field behind a text field id (3, 4, 5, 7); null for any other id.
 char **TextField(ERRLIB_Error *record, int32_t fieldId) {
     switch (fieldId) {
         case ERRLIB_ID_ORIGIN:
@@ -45,7 +44,7 @@ char **TextField(ERRLIB_Error *record, int32_t fieldId) {
     }
 }
 
-/* The integer field behind an integer field id (0, 1, 2, 6); null for any other id. */
+// The integer field behind an integer field id (0, 1, 2, 6); null for any other id.
 int32_t *IntField(ERRLIB_Error *record, int32_t fieldId) {
     switch (fieldId) {
         case ERRLIB_ID_COMPONENT:
@@ -61,13 +60,11 @@ int32_t *IntField(ERRLIB_Error *record, int32_t fieldId) {
     }
 }
 
-/*
- * Zero-fills a text of a class-2 record in place. The stack's own reserved record gets its whole
- * fixed buffer of `size` bytes zeroed. Any other class-2 record (a copy of a reserved record, or a
- * heap record given class 2) may hold shorter, exact-size texts, so only the bytes the text
- * occupies, terminator included, are zeroed: the same result for a fixed buffer, whose bytes past
- * the terminator are always zero, and never a write past a shorter block.
- */
+// Zero-fills a text of a class-2 record in place. The stack's own reserved record gets its whole
+// fixed buffer of `size` bytes zeroed. Any other class-2 record (a copy of a reserved record, or a
+// heap record given class 2) may hold shorter, exact-size texts, so only the bytes the text
+// occupies, terminator included, are zeroed: the same result for a fixed buffer, whose bytes past
+// the terminator are always zero, and never a write past a shorter block.
 void ZeroText(char *text, std::size_t size, bool wholeBuffer) {
     if (text == nullptr) {
         return;
@@ -76,7 +73,7 @@ void ZeroText(char *text, std::size_t size, bool wholeBuffer) {
     std::memset(text, 0, bytes);
 }
 
-/* Frees the four texts of a record and sets them to null. */
+// Frees the four texts of a record and sets them to null.
 void FreeTexts(ERRLIB_Error *record) {
     MMFLAT_Free(record->origin);
     MMFLAT_Free(record->function);
@@ -92,7 +89,7 @@ void FreeTexts(ERRLIB_Error *record) {
 
 namespace errlib {
 
-/* Frees a record taken out of a slot array and its four texts, whatever its class. */
+// Frees a record taken out of a slot array and its four texts, whatever its class.
 void FreeHeapRecord(ERRLIB_Error *record) {
     if (record == nullptr) {
         return;
@@ -103,11 +100,9 @@ void FreeHeapRecord(ERRLIB_Error *record) {
 
 }  // namespace errlib
 
-/*
- * Allocates an empty heap record (component, code, class and line 0, texts null, timestamp now)
- * and stores it in *recordOut. The caller owns it and releases it with ERRLIB_Error_Release.
- * Returns 0, or 1 for a null recordOut or when the allocation fails (reported on `stack`).
- */
+// Allocates an empty heap record (component, code, class and line 0, texts null, timestamp now)
+// and stores it in *recordOut. The caller owns it and releases it with ERRLIB_Error_Release.
+// Returns 0, or 1 for a null recordOut or when the allocation fails (reported on `stack`).
 extern "C" int ERRLIB_Error_Create(ERRLIB_Error **recordOut, ERRLIB_ErrorStack *stack) noexcept {
     if (recordOut == nullptr) {
         return 1;
@@ -130,14 +125,12 @@ extern "C" int ERRLIB_Error_Create(ERRLIB_Error **recordOut, ERRLIB_ErrorStack *
     return 0;
 }
 
-/*
- * Clears the record and frees it with its texts. A class-2 record counts as a reserved record: it
- * is only cleared in place (its buffers zero-filled) and not freed, because the reserved record
- * belongs to its stack; so a caller-made copy of a reserved record stays the caller's, texts
- * included, after this call (it is disposed of by giving it another class and releasing it
- * again). `stack` only serves to recognise that stack's own reserved record. Returns 0, or 1 for
- * a null record.
- */
+// Clears the record and frees it with its texts. A class-2 record counts as a reserved record: it
+// is only cleared in place (its buffers zero-filled) and not freed, because the reserved record
+// belongs to its stack; so a caller-made copy of a reserved record stays the caller's, texts
+// included, after this call (it is disposed of by giving it another class and releasing it
+// again). `stack` only serves to recognise that stack's own reserved record. Returns 0, or 1 for
+// a null record.
 extern "C" int ERRLIB_Error_Release(ERRLIB_Error *record, ERRLIB_ErrorStack *stack) noexcept {
     if (record == nullptr) {
         return 1;
@@ -150,15 +143,13 @@ extern "C" int ERRLIB_Error_Release(ERRLIB_Error *record, ERRLIB_ErrorStack *sta
     return 0;
 }
 
-/* The same operation as ERRLIB_Error_Release (both names are in use). */
+// The same operation as ERRLIB_Error_Release (both names are in use).
 extern "C" int ERRLIB_Error_Destroy(ERRLIB_Error *record, ERRLIB_ErrorStack *stack) noexcept {
     return ERRLIB_Error_Release(record, stack);
 }
 
-/*
- * Reads an integer field (ids 0 component, 1 code, 2 class, 6 line) into *valueOut. Returns 0, or
- * 1 (nothing stored) for a null record or valueOut or another id.
- */
+// Reads an integer field (ids 0 component, 1 code, 2 class, 6 line) into *valueOut. Returns 0, or
+// 1 (nothing stored) for a null record or valueOut or another id.
 extern "C" int ERRLIB_Error_GetInt32(const ERRLIB_Error *record, int32_t fieldId,
                                      int32_t *valueOut) noexcept {
     if (record == nullptr || valueOut == nullptr) {
@@ -172,7 +163,7 @@ extern "C" int ERRLIB_Error_GetInt32(const ERRLIB_Error *record, int32_t fieldId
     return 0;
 }
 
-/* Writes an integer field (ids 0, 1, 2, 6). Returns 0, or 1 for a null record or another id. */
+// Writes an integer field (ids 0, 1, 2, 6). Returns 0, or 1 for a null record or another id.
 extern "C" int ERRLIB_Error_SetInt32(ERRLIB_Error *record, int32_t fieldId,
                                      int32_t value) noexcept {
     if (record == nullptr) {
@@ -186,11 +177,9 @@ extern "C" int ERRLIB_Error_SetInt32(ERRLIB_Error *record, int32_t fieldId,
     return 0;
 }
 
-/*
- * Validates a text-field request: returns 0 when record and textOut are not null and the id is a
- * text field (3, 4, 5, 7), else 1. Stores nothing in *textOut, ever: kept so for compatibility,
- * callers read the text fields of the record directly.
- */
+// Validates a text-field request: returns 0 when record and textOut are not null and the id is a
+// text field (3, 4, 5, 7), else 1. Stores nothing in *textOut, ever: kept so for compatibility,
+// callers read the text fields of the record directly.
 extern "C" int ERRLIB_Error_GetChar(const ERRLIB_Error *record, int32_t fieldId,
                                     char **textOut) noexcept {
     if (record == nullptr || textOut == nullptr || FixedBufferSize(fieldId) == 0) {
@@ -199,14 +188,12 @@ extern "C" int ERRLIB_Error_GetChar(const ERRLIB_Error *record, int32_t fieldId,
     return 0;
 }
 
-/*
- * Replaces a text field (ids 3 origin, 4 function, 5 file, 7 message) by a heap copy of `text`
- * and frees the old text. The new block is allocated before the old one is freed: when the
- * allocation fails (reported on `stack`) the call returns 1 and the field keeps its old text. A
- * class-2 record gets a block of at least the fixed buffer's size (51 or 101 bytes, zero-padded),
- * so a reserved record stays fillable in place. Returns 0, or 1 for a null record or text or
- * another id.
- */
+// Replaces a text field (ids 3 origin, 4 function, 5 file, 7 message) by a heap copy of `text`
+// and frees the old text. The new block is allocated before the old one is freed: when the
+// allocation fails (reported on `stack`) the call returns 1 and the field keeps its old text. A
+// class-2 record gets a block of at least the fixed buffer's size (51 or 101 bytes, zero-padded),
+// so a reserved record stays fillable in place. Returns 0, or 1 for a null record or text or
+// another id.
 extern "C" int ERRLIB_Error_SetChar(ERRLIB_Error *record, int32_t fieldId, const char *text,
                                     ERRLIB_ErrorStack *stack) noexcept {
     if (record == nullptr || text == nullptr) {
@@ -233,13 +220,11 @@ extern "C" int ERRLIB_Error_SetChar(ERRLIB_Error *record, int32_t fieldId, const
     return 0;
 }
 
-/*
- * Resets a record; the timestamp is left as it is. A class-2 record (the reserved kind) keeps its
- * class and its buffers: component, code and line become 0 and the buffers are zero-filled (the
- * whole 51/101 bytes when `record` is the reserved record of `stack`, otherwise the bytes each
- * text occupies). Any other record gets component, code, class and line 0 and its texts freed and
- * set to null. Returns 0, or 1 for a null record.
- */
+// Resets a record; the timestamp is left as it is. A class-2 record (the reserved kind) keeps its
+// class and its buffers: component, code and line become 0 and the buffers are zero-filled (the
+// whole 51/101 bytes when `record` is the reserved record of `stack`, otherwise the bytes each
+// text occupies). Any other record gets component, code, class and line 0 and its texts freed and
+// set to null. Returns 0, or 1 for a null record.
 extern "C" int ERRLIB_Error_Clear(ERRLIB_Error *record, ERRLIB_ErrorStack *stack) noexcept {
     if (record == nullptr) {
         return 1;
@@ -260,16 +245,14 @@ extern "C" int ERRLIB_Error_Clear(ERRLIB_Error *record, ERRLIB_ErrorStack *stack
     return 0;
 }
 
-/*
- * Makes `target` a deep copy of `source`: clears the target, copies component, code, class and
- * timestamp, then origin, function and file as exact-size heap copies, then the line, then the
- * message. The class is copied as it is, so a copy of a reserved record has class 2 and is
- * treated as a reserved record by Clear and Release. A target of class 2 gives up the texts it
- * held (they are its own) before the new ones are stored. Returns 0, or 1 for a null target or
- * source, for a target that is the reserved record of `stack` (its buffers belong to the stack),
- * or at the first failed allocation (reported on `stack`; the target is then partly filled and
- * remains the caller's to release). Copying a record onto itself changes nothing and returns 0.
- */
+// Makes `target` a deep copy of `source`: clears the target, copies component, code, class and
+// timestamp, then origin, function and file as exact-size heap copies, then the line, then the
+// message. The class is copied as it is, so a copy of a reserved record has class 2 and is
+// treated as a reserved record by Clear and Release. A target of class 2 gives up the texts it
+// held (they are its own) before the new ones are stored. Returns 0, or 1 for a null target or
+// source, for a target that is the reserved record of `stack` (its buffers belong to the stack),
+// or at the first failed allocation (reported on `stack`; the target is then partly filled and
+// remains the caller's to release). Copying a record onto itself changes nothing and returns 0.
 extern "C" int ERRLIB_Error_Copy(ERRLIB_Error *target, const ERRLIB_Error *source,
                                  ERRLIB_ErrorStack *stack) noexcept {
     if (target == nullptr || source == nullptr) {

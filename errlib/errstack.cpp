@@ -1,15 +1,14 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * errstack.cpp - error stacks: creation, destruction and the two push operations.
- */
+// SPDX-License-Identifier: MIT
+// errstack.cpp - error stacks: creation, destruction and the two push operations.
+#include <nlssupport/errlib.h>
+#include <nlssupport/memmgr.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <ctime>
 
-#include <nlssupport/errlib.h>
 #include "errstack_internal.h"
-#include <nlssupport/memmgr.h>
 
 namespace {
 
@@ -21,28 +20,24 @@ namespace {
     "@(#)     PLATFORM : Linux on Intel",
 };
 
-/* Source path passed to the allocator with this file's own allocations (identifies call sites). */
+// Source path passed to the allocator with this file's own allocations (identifies call sites).
 constexpr char kSourcePath[] = "errlib/errstack.cpp";
 
 using errlib::kMessageBufferSize;
 using errlib::kNameBufferSize;
 
-/*
- * Copies at most size - 1 characters of `text` into the fixed buffer `buffer` of `size` bytes,
- * zero-filling the rest, so that the buffer is terminated at position size - 1 and holds no stale
- * bytes of an earlier, longer text. Reads at most size - 1 bytes of `text`.
- */
+// Copies at most size - 1 characters of `text` into the fixed buffer `buffer` of `size` bytes,
+// zero-filling the rest, so that the buffer is terminated at position size - 1 and holds no stale
+// bytes of an earlier, longer text. Reads at most size - 1 bytes of `text`.
 void CopyIntoFixedBuffer(char *buffer, std::size_t size, const char *text) {
     std::size_t length = strnlen(text, size - 1);
     std::memcpy(buffer, text, length);
     std::memset(buffer + length, 0, size - length);
 }
 
-/*
- * Fills the stack's reserved record in place with a memory error; allocates nothing. A null text
- * leaves that buffer's previous content in place: there is one reserved record, the latest memory
- * error wins, and a report that omits a text keeps the earlier one's (kept so for compatibility).
- */
+// Fills the stack's reserved record in place with a memory error; allocates nothing. A null text
+// leaves that buffer's previous content in place: there is one reserved record, the latest memory
+// error wins, and a report that omits a text keeps the earlier one's (kept so for compatibility).
 void FillReservedRecord(ERRLIB_ErrorStack *stack, int32_t component, int32_t code,
                         const char *origin, const char *function, const char *file, int32_t line,
                         const char *message) {
@@ -71,10 +66,8 @@ void FillReservedRecord(ERRLIB_ErrorStack *stack, int32_t component, int32_t cod
     stack->memoryErrorInUse = 1;
 }
 
-/*
- * Makes room for one more record, growing the slot array by 10 slots when it is full. A failed
- * growth is reported on the stack itself (into its reserved record) and keeps the old array.
- */
+// Makes room for one more record, growing the slot array by 10 slots when it is full. A failed
+// growth is reported on the stack itself (into its reserved record) and keeps the old array.
 bool EnsureFreeSlot(ERRLIB_ErrorStack *stack) {
     if (stack->count < stack->capacity) {
         return true;
@@ -97,13 +90,11 @@ bool EnsureFreeSlot(ERRLIB_ErrorStack *stack) {
 
 }  // namespace
 
-/*
- * Creates an empty stack: 20 null slots and a reserved record (class 2) whose four fixed buffers
- * are allocated zero-filled. Stores the stack in *stackOut and returns 0; the caller owns it and
- * destroys it with ERRLIB_ErrorStack_Destroy. Returns 1, leaving *stackOut untouched and having
- * freed whatever it had obtained, on a null stackOut or when an allocation fails (nothing is
- * recorded: there is no stack yet).
- */
+// Creates an empty stack: 20 null slots and a reserved record (class 2) whose four fixed buffers
+// are allocated zero-filled. Stores the stack in *stackOut and returns 0; the caller owns it and
+// destroys it with ERRLIB_ErrorStack_Destroy. Returns 1, leaving *stackOut untouched and having
+// freed whatever it had obtained, on a null stackOut or when an allocation fails (nothing is
+// recorded: there is no stack yet).
 extern "C" int ERRLIB_ErrorStack_Create(ERRLIB_ErrorStack **stackOut) noexcept {
     if (stackOut == nullptr) {
         return 1;
@@ -114,8 +105,8 @@ extern "C" int ERRLIB_ErrorStack_Create(ERRLIB_ErrorStack **stackOut) noexcept {
         return 1;
     }
     auto **slots = static_cast<ERRLIB_Error **>(
-        MMFLAT_New(static_cast<uint32_t>(errlib::kInitialSlots * sizeof(ERRLIB_Error *)),
-                   nullptr, kSourcePath, __LINE__));
+        MMFLAT_New(static_cast<uint32_t>(errlib::kInitialSlots * sizeof(ERRLIB_Error *)), nullptr,
+                   kSourcePath, __LINE__));
     if (slots == nullptr) {
         MMFLAT_Free(stack);
         return 1;
@@ -158,11 +149,9 @@ extern "C" int ERRLIB_ErrorStack_Create(ERRLIB_ErrorStack **stackOut) noexcept {
     return 0;
 }
 
-/*
- * Clears the stack (every heap record is freed, the reserved record emptied) and frees the fixed
- * buffers, the slot array and the stack. Returns 0, or 1 for a null stack or when the clear met
- * a null slot (everything is freed all the same).
- */
+// Clears the stack (every heap record is freed, the reserved record emptied) and frees the fixed
+// buffers, the slot array and the stack. Returns 0, or 1 for a null stack or when the clear met
+// a null slot (everything is freed all the same).
 extern "C" int ERRLIB_ErrorStack_Destroy(ERRLIB_ErrorStack *stack) noexcept {
     if (stack == nullptr) {
         return 1;
@@ -183,15 +172,13 @@ extern "C" int ERRLIB_ErrorStack_Destroy(ERRLIB_ErrorStack *stack) noexcept {
     return status;
 }
 
-/*
- * Pushes one error; the four texts are optional. Class 2 fills the reserved record in place
- * (origin and function cut to their first 50 characters, the file path to its last 50, the
- * message to its first 100) and allocates nothing. Any other class pushes a heap record holding
- * exact-size copies of the texts, growing the slot array by 10 when it is full. Returns 0, or 1
- * for a null stack (nothing recorded: a null stack silences every library function) or when an
- * allocation fails; the error being pushed is then lost, nothing is leaked, and the allocator's
- * own memory error is in the reserved record.
- */
+// Pushes one error; the four texts are optional. Class 2 fills the reserved record in place
+// (origin and function cut to their first 50 characters, the file path to its last 50, the
+// message to its first 100) and allocates nothing. Any other class pushes a heap record holding
+// exact-size copies of the texts, growing the slot array by 10 when it is full. Returns 0, or 1
+// for a null stack (nothing recorded: a null stack silences every library function) or when an
+// allocation fails; the error being pushed is then lost, nothing is leaked, and the allocator's
+// own memory error is in the reserved record.
 extern "C" int ERRLIB_ErrorStack_AddError(ERRLIB_ErrorStack *stack, int32_t component, int32_t code,
                                           int32_t errorClass, const char *origin,
                                           const char *function, const char *file, int32_t line,
@@ -228,11 +215,9 @@ extern "C" int ERRLIB_ErrorStack_AddError(ERRLIB_ErrorStack *stack, int32_t comp
     return 0;
 }
 
-/*
- * Pushes a class-23 record (component 50, `code`, the caller's function, file and line) and,
- * when secondCode is not 0, a class-24 record for secondCode after it. A null or empty file, or a
- * code of 0, returns 1 and pushes nothing. Otherwise returns the status of the last push made.
- */
+// Pushes a class-23 record (component 50, `code`, the caller's function, file and line) and,
+// when secondCode is not 0, a class-24 record for secondCode after it. A null or empty file, or a
+// code of 0, returns 1 and pushes nothing. Otherwise returns the status of the last push made.
 extern "C" int ERRLIB_ErrorStack_Add_SMError(ERRLIB_ErrorStack *stack, const char *function,
                                              int32_t line, const char *file, int32_t code,
                                              int32_t secondCode) noexcept {

@@ -1,11 +1,11 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // glib_internal.h - helpers shared by the general library's source files.
 #ifndef GLIB_GLIB_INTERNAL_H
 #define GLIB_GLIB_INTERNAL_H
 
-#include <cstdint>
-
 #include <nlssupport/glib.h>
+
+#include <cstdint>
 
 namespace [[gnu::visibility("hidden")]] glib {
 

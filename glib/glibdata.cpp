@@ -1,4 +1,4 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // glibdata.cpp - constant data of the general library.
 
 #include <nlssupport/glib.h>

@@ -1,13 +1,13 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // glibenv.cpp - expansion of '${NAME}' environment references and copies of environment values,
 // both allocated through the checked allocator.
-
-#include <cstdlib>
-#include <cstring>
 
 #include <nlssupport/errlib.h>
 #include <nlssupport/glib.h>
 #include <nlssupport/memmgr.h>
+
+#include <cstdlib>
+#include <cstring>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -37,8 +37,9 @@ extern "C" char *GLIB_ExpandEnvStrings(const char *source, ERRLIB_ErrorStack *st
     const size_t sourceLength = std::strlen(source);
     uint32_t capacity = static_cast<uint32_t>(sourceLength + 1);
     auto *result = static_cast<char *>(MMFLAT_New(capacity, stack, kSourcePath, kSiteExpandNew));
-    if (result == nullptr)
+    if (result == nullptr) {
         return nullptr;
+    }
 
     size_t out = 0;
     size_t i = 0;
@@ -86,7 +87,8 @@ extern "C" char *GLIB_ExpandEnvStrings(const char *source, ERRLIB_ErrorStack *st
 // (reported on stack by the allocator).
 extern "C" char *GLIB_MMStrDup_getenv(const char *name, ERRLIB_ErrorStack *stack) noexcept {
     const char *value = std::getenv(name);
-    if (value == nullptr)
+    if (value == nullptr) {
         return nullptr;
+    }
     return MMFLAT_StrDup(value, stack, kSourcePath, kSiteGetenvDup);
 }

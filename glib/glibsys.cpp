@@ -1,13 +1,12 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // glibsys.cpp - directory paths, time-stamp text and the seedable pseudo-random generator.
 
+#include <nlssupport/glib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstring>
 #include <ctime>
-
-#include <nlssupport/glib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -38,14 +37,16 @@ extern "C" int GLIB_mkdirp(char *path, mode_t mode) noexcept {
         *scan = 0;
         if (access(path, F_OK) != 0) {
             result = mkdir(path, mode);
-            if (result != 0)
+            if (result != 0) {
                 return result;
+            }
         }
         *scan = separator;
         ++scan;
     }
-    if (access(path, F_OK) == 0)
+    if (access(path, F_OK) == 0) {
         return result;
+    }
     return mkdir(path, mode);
 }
 
@@ -54,11 +55,13 @@ extern "C" int GLIB_mkdirp(char *path, mode_t mode) noexcept {
 // for the terminator); a time that ctime_r cannot represent gives the empty text.
 extern "C" char *GLIB_ctime(time_t t, char *dst, size_t size) noexcept {
     char text[kTimeTextSize] = {};
-    if (ctime_r(&t, text) == nullptr)
+    if (ctime_r(&t, text) == nullptr) {
         text[0] = 0;
+    }
     const size_t length = std::strlen(text);
-    if (length > 0 && text[length - 1] == '\n')
+    if (length > 0 && text[length - 1] == '\n') {
         text[length - 1] = 0;
+    }
     if (dst != nullptr && size > 0) {
         std::strncpy(dst, text, size);
         dst[size - 1] = 0;

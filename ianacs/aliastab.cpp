@@ -1,20 +1,18 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * aliastab.cpp - the IANA alias table.
- *
- * Every character-set name the registry knows, with its MIBenum: the IANA registry's names and
- * aliases (including the "cs" aliases), vendor and platform spellings ("ibm-912", "ISO8859_2",
- * "Cp1140", "windows-1250", ...) and the vendor code pages of the private range 10000-10047.
- *
- * Row order is fixed: rows are sorted by name compared byte by byte after folding a-z to upper
- * case, so "_" (0x5F) sorts after the letters. Two names occur twice and stay in this order:
- * "Cp970" (10019, then 10020) and "Cp1006" (10021, then 10022). The lookup searches this table
- * folding to lower case instead; the resulting unreachable names are kept for compatibility
- * (see lookup.cpp).
- */
-#include <iterator>
-
+// SPDX-License-Identifier: MIT
+// aliastab.cpp - the IANA alias table.
+//
+// Every character-set name the registry knows, with its MIBenum: the IANA registry's names and
+// aliases (including the "cs" aliases), vendor and platform spellings ("ibm-912", "ISO8859_2",
+// "Cp1140", "windows-1250", ...) and the vendor code pages of the private range 10000-10047.
+//
+// Row order is fixed: rows are sorted by name compared byte by byte after folding a-z to upper
+// case, so "_" (0x5F) sorts after the letters. Two names occur twice and stay in this order:
+// "Cp970" (10019, then 10020) and "Cp1006" (10021, then 10022). The lookup searches this table
+// folding to lower case instead; the resulting unreachable names are kept for compatibility
+// (see lookup.cpp).
 #include <nlssupport/ianacs.h>
+
+#include <iterator>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

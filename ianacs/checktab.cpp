@@ -1,17 +1,15 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * checktab.cpp - order checks of the name tables.
- *
- * The name lookups are binary searches that compare with strcasecmp; they work only for rows in
- * strictly ascending order under that comparison. These checks verify it, pair by pair.
- */
+// SPDX-License-Identifier: MIT
+// checktab.cpp - order checks of the name tables.
+//
+// The name lookups are binary searches that compare with strcasecmp; they work only for rows in
+// strictly ascending order under that comparison. These checks verify it, pair by pair.
+#include <nlssupport/ianacs.h>
 #include <strings.h>
 
 #include <cstddef>
 #include <cstdio>
 #include <iterator>
 
-#include <nlssupport/ianacs.h>
 #include "tabcheck.h"
 
 namespace {
@@ -48,20 +46,16 @@ int CheckOrder(const IANACS_AliasEntry *table, std::size_t rows, std::FILE *diag
 
 }  // namespace ianacs
 
-/*
- * Checks the alias table's order under the lookup comparison. Returns 0 when in order, 1 at the
- * first pair that is not. The shipped table gives 1 (first at the duplicated "Cp1006"): it is
- * stored in upper-case order, which the lookup's results depend on. Prints nothing.
- */
+// Checks the alias table's order under the lookup comparison. Returns 0 when in order, 1 at the
+// first pair that is not. The shipped table gives 1 (first at the duplicated "Cp1006"): it is
+// stored in upper-case order, which the lookup's results depend on. Prints nothing.
 extern "C" int IANACS_CheckAliasTab(void) noexcept {
     return ianacs::CheckOrder(gIANACS_AliasTab, std::size(gIANACS_AliasTab), nullptr);
 }
 
-/*
- * Checks the operating-system table's order. At the first pair out of order writes
- * "i = <later index>, <earlier name> <later name>\n" on standard error and returns 1; returns 0
- * when the table is in order (as shipped).
- */
+// Checks the operating-system table's order. At the first pair out of order writes
+// "i = <later index>, <earlier name> <later name>\n" on standard error and returns 1; returns 0
+// when the table is in order (as shipped).
 extern "C" int IANACSOS_CheckAliasTab(void) noexcept {
     return ianacs::CheckOrder(gIANACSOS_AliasTab, std::size(gIANACSOS_AliasTab), stderr);
 }

@@ -1,16 +1,14 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * infotab.cpp - the IANA information table.
- *
- * For every MIBenum of the registry: the preferred name and the number of bytes a character
- * takes (minimum, maximum, and the fixed width: the maximum when both are equal, 0 for a
- * variable-width set, -1 in all three columns when the sizes are unknown). Rows are in ascending
- * MIBenum order. MIBenum 10038 has two rows, "MacCyrillic" then "MacDingbat"; the lookup
- * returns the one its binary search meets first ("MacCyrillic").
- */
-#include <iterator>
-
+// SPDX-License-Identifier: MIT
+// infotab.cpp - the IANA information table.
+//
+// For every MIBenum of the registry: the preferred name and the number of bytes a character
+// takes (minimum, maximum, and the fixed width: the maximum when both are equal, 0 for a
+// variable-width set, -1 in all three columns when the sizes are unknown). Rows are in ascending
+// MIBenum order. MIBenum 10038 has two rows, "MacCyrillic" then "MacDingbat"; the lookup
+// returns the one its binary search meets first ("MacCyrillic").
 #include <nlssupport/ianacs.h>
+
+#include <iterator>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

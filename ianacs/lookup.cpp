@@ -1,23 +1,20 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * lookup.cpp - name and MIBenum lookups over the registry tables.
- *
- * All three lookups are the system library's bsearch over a constant table. The name lookups
- * compare with strcasecmp, which folds letters to lower case, while the alias table is stored in
- * upper-case order. Where the two orders disagree (names holding "_" next to letters, such as
- * "KS_C_5601-1987", or "csASCII" against "CSA_T500-1983") the search turns the wrong way and
- * misses: "csAdobeStandardEncoding", "csASCII", "CSA_T500-1983", "csNATSSEFIADD", "CSN_369103",
- * "eucJP", "eucKR", "GBK", "KSC_5601", "KS_C_5601-1987", "KS_C_5601-1989" and "MSZ_7795.3" are
- * never found. Callers compare MIBenums produced by this exact search, so the table order and
- * the comparison are kept as they are.
- */
+// SPDX-License-Identifier: MIT
+// lookup.cpp - name and MIBenum lookups over the registry tables.
+//
+// All three lookups are the system library's bsearch over a constant table. The name lookups
+// compare with strcasecmp, which folds letters to lower case, while the alias table is stored in
+// upper-case order. Where the two orders disagree (names holding "_" next to letters, such as
+// "KS_C_5601-1987", or "csASCII" against "CSA_T500-1983") the search turns the wrong way and
+// misses: "csAdobeStandardEncoding", "csASCII", "CSA_T500-1983", "csNATSSEFIADD", "CSN_369103",
+// "eucJP", "eucKR", "GBK", "KSC_5601", "KS_C_5601-1987", "KS_C_5601-1989" and "MSZ_7795.3" are
+// never found. Callers compare MIBenums produced by this exact search, so the table order and
+// the comparison are kept as they are.
+#include <nlssupport/ianacs.h>
 #include <strings.h>
 
 #include <cstddef>
 #include <cstdlib>
 #include <iterator>
-
-#include <nlssupport/ianacs.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -61,29 +58,23 @@ int FindName(const IANACS_AliasEntry *table, std::size_t rows, const char *name,
 }
 }  // namespace
 
-/*
- * Name to MIBenum through the alias table. Returns 0 and the MIBenum when found; stores -1 and
- * returns 1 when not. Nothing is allocated.
- */
+// Name to MIBenum through the alias table. Returns 0 and the MIBenum when found; stores -1 and
+// returns 1 when not. Nothing is allocated.
 extern "C" int IANACS_GetMibEnum(const char *name, int32_t *mibOut) noexcept {
     return FindName(gIANACS_AliasTab, std::size(gIANACS_AliasTab), name, mibOut);
 }
 
-/*
- * Operating-system code-set name to MIBenum. A row carrying -1 counts as found (returns 0 with
- * -1). Returns 1 with -1 stored when the name is not in the table.
- */
+// Operating-system code-set name to MIBenum. A row carrying -1 counts as found (returns 0 with
+// -1). Returns 1 with -1 stored when the name is not in the table.
 extern "C" int IANACSOS_GetMibEnum(const char *osName, int32_t *mibOut) noexcept {
     return FindName(gIANACSOS_AliasTab, std::size(gIANACSOS_AliasTab), osName, mibOut);
 }
 
-/*
- * MIBenum to information record. Found: copies name, MIBenum and the two sizes from the row and
- * derives fixedBytes from them (the stored fixed-width column is not read); returns 0. Not found:
- * name null, the requested MIBenum, -1 sizes; returns 1. The name points into constant table
- * data and is never freed by the caller. For MIBenum 10038, which has two rows, the search meets
- * "MacCyrillic" first.
- */
+// MIBenum to information record. Found: copies name, MIBenum and the two sizes from the row and
+// derives fixedBytes from them (the stored fixed-width column is not read); returns 0. Not found:
+// name null, the requested MIBenum, -1 sizes; returns 1. The name points into constant table
+// data and is never freed by the caller. For MIBenum 10038, which has two rows, the search meets
+// "MacCyrillic" first.
 extern "C" int IANACS_GetInfo(int32_t mibEnum, IANACS_Info *infoOut) noexcept {
     if (infoOut == nullptr) {
         return 1;

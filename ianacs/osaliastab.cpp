@@ -1,14 +1,12 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * osaliastab.cpp - the operating-system code-set table.
- *
- * The code-set names that the system's locale services report (nl_langinfo(CODESET)), with the
- * MIBenum each stands for. Rows are sorted by name ignoring case. "BIG5HKSCS" and "EUC-TW" carry
- * -1: they are known code sets without an entry in the information table.
- */
-#include <iterator>
-
+// SPDX-License-Identifier: MIT
+// osaliastab.cpp - the operating-system code-set table.
+//
+// The code-set names that the system's locale services report (nl_langinfo(CODESET)), with the
+// MIBenum each stands for. Rows are sorted by name ignoring case. "BIG5HKSCS" and "EUC-TW" carry
+// -1: they are known code sets without an entry in the information table.
 #include <nlssupport/ianacs.h>
+
+#include <iterator>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

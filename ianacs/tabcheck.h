@@ -1,14 +1,12 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * tabcheck.h - order checking of a name table (module-internal).
- */
+// SPDX-License-Identifier: MIT
+// tabcheck.h - order checking of a name table (module-internal).
 #ifndef IANACS_TABCHECK_H
 #define IANACS_TABCHECK_H
 
+#include <nlssupport/ianacs.h>
+
 #include <cstddef>
 #include <cstdio>
-
-#include <nlssupport/ianacs.h>
 
 namespace [[gnu::visibility("hidden")]] ianacs {
 

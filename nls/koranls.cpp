@@ -1,16 +1,12 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * koranls.cpp - code-page services: the code set of the current locale, as the operating system
- * names it and as its preferred IANA name.
- */
-#include <nlssupport/koranls.h>
-
+// SPDX-License-Identifier: MIT
+// koranls.cpp - code-page services: the code set of the current locale, as the operating system
+// names it and as its preferred IANA name.
 #include <langinfo.h>
-
-#include <cstring>
-
 #include <nlssupport/errlib.h>
 #include <nlssupport/ianacs.h>
+#include <nlssupport/koranls.h>
+
+#include <cstring>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -38,14 +34,12 @@ void CopyBounded(char *buffer, int32_t size, const char *text) {
 }
 }  // namespace
 
-/*
- * Reads nl_langinfo(CODESET) and copies it, cut to size - 1 characters, into `buffer`. Returns 0
- * (also when the name was cut). An empty code set pushes code 2, class 21 on `stack` (no source
- * file is named: the record carries only the function and line 170), leaves the buffer as it was
- * and returns 1. The third argument is not used; it is kept so that existing callers link
- * unchanged. Nothing is allocated; the caller owns the buffer and the stack.
- */
-extern "C" int KORANLS_GetOsCodePageName(char *buffer, int32_t size, int32_t /*flag*/,
+// Reads nl_langinfo(CODESET) and copies it, cut to size - 1 characters, into `buffer`. Returns 0
+// (also when the name was cut). An empty code set pushes code 2, class 21 on `stack` (no source
+// file is named: the record carries only the function and line 170), leaves the buffer as it was
+// and returns 1. The third argument is not used; it is kept so that existing callers link
+// unchanged. Nothing is allocated; the caller owns the buffer and the stack.
+extern "C" int KORANLS_GetOsCodePageName(char *buffer, int32_t size, [[maybe_unused]] int32_t flag,
                                          ERRLIB_ErrorStack *stack) noexcept {
     const char *codeSet = nl_langinfo(CODESET);
     if (codeSet == nullptr || codeSet[0] == '\0') {
@@ -63,15 +57,13 @@ extern "C" int KORANLS_GetOsCodePageName(char *buffer, int32_t size, int32_t /*f
     return 0;
 }
 
-/*
- * Puts the preferred IANA name of the current code set in `buffer`, falling back silently to the
- * operating system's own name. Returns 0 in both cases, so the status does not tell which name
- * the buffer holds: callers that need to know look the text up again. Returns 1 when the code
- * set is empty (buffer "", error pushed by KORANLS_GetOsCodePageName) or when the preferred name
- * has more than `size` characters (buffer keeps the operating-system name, nothing recorded).
- * The fit test accepts a name of exactly `size` characters and then writes its terminator at
- * buffer[size]; existing callers size their buffers for this. The caller owns everything.
- */
+// Puts the preferred IANA name of the current code set in `buffer`, falling back silently to the
+// operating system's own name. Returns 0 in both cases, so the status does not tell which name
+// the buffer holds: callers that need to know look the text up again. Returns 1 when the code
+// set is empty (buffer "", error pushed by KORANLS_GetOsCodePageName) or when the preferred name
+// has more than `size` characters (buffer keeps the operating-system name, nothing recorded).
+// The fit test accepts a name of exactly `size` characters and then writes its terminator at
+// buffer[size]; existing callers size their buffers for this. The caller owns everything.
 extern "C" int KORANLS_GetOsCodePageIanaName(char *buffer, int32_t size,
                                              ERRLIB_ErrorStack *stack) noexcept {
     if (buffer == nullptr) {

@@ -1,19 +1,17 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * nlsreport.cpp - the nlsreport command.
- *
- * For each locale name on the command line: switch the process locale to it, read the locale's
- * code set as the operating system names it and as its preferred IANA name, look the printed
- * IANA name up for its MIBenum, and print one fixed-width row. With no argument one row is printed
- * for the locale the environment selects. There are no options: every argument, including one
- * that begins with "-", is a locale name. The exit status is always 0.
- */
+// SPDX-License-Identifier: MIT
+// nlsreport.cpp - the nlsreport command.
+//
+// For each locale name on the command line: switch the process locale to it, read the locale's
+// code set as the operating system names it and as its preferred IANA name, look the printed
+// IANA name up for its MIBenum, and print one fixed-width row. With no argument one row is printed
+// for the locale the environment selects. There are no options: every argument, including one
+// that begins with "-", is a locale name. The exit status is always 0.
+#include <nlssupport/ianacs.h>
+#include <nlssupport/koranls.h>
+
 #include <clocale>
 #include <cstdint>
 #include <cstdio>
-
-#include <nlssupport/ianacs.h>
-#include <nlssupport/koranls.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -31,10 +29,8 @@ constexpr int32_t kNameSize = 41;
 const char *const kEnvironmentLocale[] = {""};
 }  // namespace
 
-/*
- * Prints the header and one row per locale argument on standard output; returns 0 whatever
- * happens (unknown locales and code sets still give a row).
- */
+// Prints the header and one row per locale argument on standard output; returns 0 whatever
+// happens (unknown locales and code sets still give a row).
 int main(int argc, char **argv) {
     const char *const *locales = kEnvironmentLocale;
     int count = 1;

@@ -1,7 +1,5 @@
-/* SPDX-License-Identifier: MIT */
-/*
- * version.cpp - the version of the library, for callers that ask at run time.
- */
+// SPDX-License-Identifier: MIT
+// version.cpp - the version of the library, for callers that ask at run time.
 #include <nlssupport/version.h>
 
 namespace {
@@ -12,7 +10,7 @@ namespace {
 };
 }  // namespace
 
-/*
- * Returns the version text of the headers the library was built with; static storage.
- */
-extern "C" const char *NLSSUPPORT_GetVersion(void) noexcept { return NLSSUPPORT_VERSION_STRING; }
+// Returns the version text of the headers the library was built with; static storage.
+extern "C" const char *NLSSUPPORT_GetVersion(void) noexcept {
+    return NLSSUPPORT_VERSION_STRING;
+}
