@@ -238,6 +238,30 @@ TEST(ErrorStackFind, FunctionComparesIgnoringCase) {
     EXPECT_EQ(record, stack->slots[0]);
 }
 
+TEST(ErrorStackFind, SearchOfAFullSlotArrayReadsOnlyTheRecordsItHolds) {
+    // Exactly as many records as the slot array has room for: the search must stop at the last
+    // record (under AddressSanitizer a read of the slot behind it fails the test).
+    StackPtr stack = NewStack();
+    ASSERT_NE(stack, nullptr);
+    for (int32_t i = 0; i < errlib::kInitialSlots; ++i) {
+        ASSERT_EQ(ERRLIB_ErrorStack_AddError(stack.get(), 50, 100 + i, 3, nullptr, "f", "x", i,
+                                             nullptr),
+                  0);
+    }
+    ASSERT_EQ(stack->count, stack->capacity);
+    int32_t index = 99;
+    ERRLIB_Error *record = kSentinel;
+    ASSERT_EQ(ERRLIB_ErrorStack_FindError(stack.get(), 50, 7, 3, nullptr, nullptr, &index, &record),
+              0);
+    EXPECT_EQ(index, -1);
+    EXPECT_EQ(record, nullptr);
+    const int32_t last = 100 + errlib::kInitialSlots - 1;
+    ASSERT_EQ(
+        ERRLIB_ErrorStack_FindError(stack.get(), 50, last, 3, nullptr, nullptr, &index, &record), 0);
+    EXPECT_EQ(index, errlib::kInitialSlots - 1);
+    EXPECT_EQ(record, stack->slots[errlib::kInitialSlots - 1]);
+}
+
 TEST(ErrorStackFind, MatchOfTheReservedRecordGivesIndexZeroAndNullRecord) {
     StackPtr stack = NewStack();
     ASSERT_NE(stack, nullptr);
