@@ -1,6 +1,8 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // Integer and floating text conversions: decimal number text with a caller-chosen decimal-point
 // character to and from the signed and unsigned integer types, double and float.
+#include <nlssupport/convlib.h>
+
 #include <cctype>
 #include <cerrno>
 #include <cfloat>
@@ -9,8 +11,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-
-#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

@@ -1,8 +1,8 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // UTF-8 encoding of wide characters (32-bit code points and 16-bit units) into caller buffers.
-#include <cstdint>
-
 #include <nlssupport/convlib.h>
+
+#include <cstdint>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {

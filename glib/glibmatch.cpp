@@ -1,11 +1,11 @@
-/* SPDX-License-Identifier: MIT */
+// SPDX-License-Identifier: MIT
 // glibmatch.cpp - SQL-LIKE pattern matching of whole values: any-run, any-one and escape
 // wildcards, narrow and wide, with an iterative matcher that keeps a single resume point.
 
+#include <nlssupport/glib.h>
+
 #include <cctype>
 #include <cstring>
-
-#include <nlssupport/glib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -76,19 +76,23 @@ int Match(const Unit *pattern, size_t patternLength, const Unit *value, size_t v
             }
             mismatch = true;
         } else {
-            while (p < patternLength && pattern[p] == wild.anyRun)
+            while (p < patternLength && pattern[p] == wild.anyRun) {
                 ++p;
-            if (p == patternLength)
+            }
+            if (p == patternLength) {
                 return 1;  // the rest of the value is absorbed
+            }
             // Any-one wildcards right behind take one value character each, for good.
             while (p < patternLength && pattern[p] == wild.anyOne && v < valueLength) {
                 ++p;
                 ++v;
             }
-            if (p == patternLength)
+            if (p == patternLength) {
                 return 1;
-            if (pattern[p] == wild.anyRun)
+            }
+            if (pattern[p] == wild.anyRun) {
                 continue;  // '%_%' collapses into one run
+            }
             resumeSet = true;
             resumeP = p;
             resumeV = v;
@@ -96,16 +100,18 @@ int Match(const Unit *pattern, size_t patternLength, const Unit *value, size_t v
         }
 
         if (mismatch) {
-            if (!resumeSet)
+            if (!resumeSet) {
                 return 0;
+            }
             ++resumeV;
             v = resumeV;
             p = resumeP;
         }
     }
 
-    while (p < patternLength && pattern[p] == wild.anyRun)
+    while (p < patternLength && pattern[p] == wild.anyRun) {
         ++p;
+    }
     return p == patternLength ? 1 : 0;
 }
 
@@ -136,7 +142,8 @@ extern "C" int GLIB_ValueMatchesPatternEx(const char *pattern, const char *value
     const Wildcards<char> wild{wildcards[0], wildcards[1], wildcards[2]};
     const size_t patternLength = NarrowLength(pattern);
     const size_t valueLength = NarrowLength(value);
-    if (ignoreCase != 0)
+    if (ignoreCase != 0) {
         return Match(pattern, patternLength, value, valueLength, wild, FoldedEqual{});
+    }
     return Match(pattern, patternLength, value, valueLength, wild, ExactEqual{});
 }

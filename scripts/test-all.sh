@@ -14,8 +14,8 @@ set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 . "$root/scripts/deps.sh"
 nls_require_packages cmake make g++ g++-multilib googletest libgtest-dev locales valgrind clang \
-    libclang-rt-14-dev doxygen dpkg-dev debhelper lintian abigail-tools libglib2.0-dev file \
-    pkg-config || exit 1
+    libclang-rt-14-dev clang-format clang-tidy doxygen dpkg-dev debhelper lintian abigail-tools \
+    libglib2.0-dev file pkg-config || exit 1
 
 jobs=$(nproc 2>/dev/null || echo 2)
 configs=("$@")
