@@ -438,7 +438,9 @@ extern "C" uint32_t CONV_DateTimeToString(char *target, CONV_DateTime *record, i
     values->era = CONV_DT_UNSET;
 
     char *out = target;
-    int32_t room = targetSize - 1;
+    // One byte is kept for the terminator; a size of 0 or below leaves no room at all (and the
+    // size is not decremented there, which could overflow).
+    int32_t room = targetSize > 0 ? targetSize - 1 : 0;
     const char *fmt = format;
     while (room > 0 && *fmt != '\0') {
         CONV_FieldDescriptor field;
