@@ -3,8 +3,8 @@
 // names. Input: 2 bytes target size (little-endian, taken as -5..1094), 1 byte names seed (0: no
 // names), the record (day, month, 2 bytes year, day of week, second, minute, hour, 4 bytes
 // fraction, fraction base, era; one-byte fields are signed, 0x80 meaning unset), then the format.
-// The target has exactly targetSize bytes (one untouched byte for a size below 1), so the address
-// checks catch any store past it. The text must be terminated inside the target, and a format that the measurement
+// The target has exactly targetSize bytes (one byte, which gets the terminator, for a size below
+// 1), so the address checks catch any store past it. The text must be terminated inside the target, and a format that the measurement
 // accepts must fit, for a four-digit year, in the length it measured.
 #include <cstdint>
 #include <cstdlib>
@@ -41,8 +41,8 @@ uint32_t Format(int32_t targetSize, CONV_DateTime record, const std::string &for
                                              names, &failed, &fields);
     Require(FormatStatus(s));
     if (targetSize < 1) {
-        // Not even the terminator fits: nothing is written.
-        Require(s == CONV_ERR_TARGET_TOO_SMALL && target[0] == 0x5A);
+        // No room for text: only the terminator, at the first byte.
+        Require(s == (format.empty() ? CONV_OK : CONV_ERR_TARGET_TOO_SMALL) && target[0] == 0);
         return s;
     }
     Require(strnlen(target.get(), bytes) < bytes);
