@@ -1,7 +1,8 @@
 /* SPDX-License-Identifier: MIT */
-// bench_numtext.cpp - the text-to-number routines against strtol and strtod. The C library side
-// does what a caller needs to get the same answer: errno cleared, the end checked (trailing
-// blanks skipped where the library allows them) and the 32-bit range tested.
+// bench_numtext.cpp - the text-to-number routines against strtol and strtod, and the decimal
+// value codecs on their own. The C library side does what a caller needs to get the same answer:
+// errno cleared, the end checked (trailing blanks skipped where the library allows them) and the
+// 32-bit range tested.
 
 #include <benchmark/benchmark.h>
 
@@ -126,5 +127,118 @@ void BM_LibcStrtod(benchmark::State &state) {
     }
 }
 BENCHMARK(BM_LibcStrtod);
+
+// One short text ("12.5") and one long text (17 significant digits and an exponent), each read
+// over and over: the two ends of what the conversion is given.
+constexpr char kShortDouble[] = "12.5";
+constexpr char kLongDouble[] = "-1.2345678901234567e-89";
+
+void StringToDoubleOne(benchmark::State &state, const char *text) {
+    double d = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(
+            CONV_StringToDouble(&d, text, CONV_NUM_DECIMAL_POINT | CONV_NUM_EXPONENT, '.'));
+        benchmark::DoNotOptimize(d);
+    }
+}
+
+void StrtodOne(benchmark::State &state, const char *text) {
+    double d = 0;
+    for (auto _ : state) {
+        char *end;
+        errno = 0;
+        d = std::strtod(text, &end);
+        benchmark::DoNotOptimize(end == text || *end != 0 || errno != 0);
+        benchmark::DoNotOptimize(d);
+    }
+}
+
+void BM_ConvStringToDoubleShort(benchmark::State &state) {
+    StringToDoubleOne(state, kShortDouble);
+}
+BENCHMARK(BM_ConvStringToDoubleShort);
+
+void BM_LibcStrtodShort(benchmark::State &state) {
+    StrtodOne(state, kShortDouble);
+}
+BENCHMARK(BM_LibcStrtodShort);
+
+void BM_ConvStringToDoubleLong(benchmark::State &state) {
+    StringToDoubleOne(state, kLongDouble);
+}
+BENCHMARK(BM_ConvStringToDoubleLong);
+
+void BM_LibcStrtodLong(benchmark::State &state) {
+    StrtodOne(state, kLongDouble);
+}
+BENCHMARK(BM_LibcStrtodLong);
+
+// Decimal values: texts of 1 to 15 digits with and without a fraction and a sign, read into
+// packed values, and the packed values written back as text. No C library peer: the time per
+// call is reported.
+struct DecimalInputs {
+    char texts[16][24];
+    uint8_t values[16][16];
+    uint32_t precisions[16];
+    uint32_t scales[16];
+    bool valid = true;
+    DecimalInputs() {
+        uint32_t x = 4242u;
+        for (int i = 0; i < 16; ++i) {
+            x = x * 1103515245u + 12345u;
+            const int intDigits = 1 + static_cast<int>((x >> 8) % 9u);
+            const int fracDigits = static_cast<int>((x >> 16) % 7u);
+            char *p = texts[i];
+            if (x & 0x100000u)
+                *p++ = '-';
+            for (int d = 0; d < intDigits; ++d) {
+                x = x * 1103515245u + 12345u;
+                *p++ = static_cast<char>('1' + (x >> 16) % 9u);
+            }
+            *p++ = '.';
+            for (int d = 0; d < fracDigits; ++d) {
+                x = x * 1103515245u + 12345u;
+                *p++ = static_cast<char>('0' + (x >> 16) % 10u);
+            }
+            *p = '\0';
+            valid = valid && CONV_StringToDecimal(values[i], texts[i], sizeof values[i],
+                                                  &precisions[i], &scales[i],
+                                                  CONV_NUM_DECIMAL_POINT, '.') == CONV_OK;
+        }
+    }
+};
+const DecimalInputs gDecimals;
+
+void BM_ConvStringToDecimal(benchmark::State &state) {
+    uint8_t value[16];
+    uint32_t precision = 0;
+    uint32_t scale = 0;
+    int i = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(CONV_StringToDecimal(value, gDecimals.texts[i++ & 15],
+                                                      sizeof value, &precision, &scale,
+                                                      CONV_NUM_DECIMAL_POINT, '.'));
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(BM_ConvStringToDecimal);
+
+void BM_ConvDecimalToString(benchmark::State &state) {
+    if (!gDecimals.valid) {
+        state.SkipWithError("a decimal input could not be read");
+        return;
+    }
+    char text[32];
+    uint32_t length = 0;
+    int i = 0;
+    for (auto _ : state) {
+        const int k = i++ & 15;
+        benchmark::DoNotOptimize(CONV_DecimalToString(text, gDecimals.values[k], sizeof text,
+                                                      gDecimals.precisions[k], gDecimals.scales[k],
+                                                      '.', CONV_DECIMAL_PACKED, &length));
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(BM_ConvDecimalToString);
 
 }  // namespace

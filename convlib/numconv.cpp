@@ -12,10 +12,15 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "convlib_export.h"
+#include "dblread.h"
+
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
     "@(#)     numconv.cpp\t\t$Revision$\t$Date$\t",
     "@(#)     convlib.h\t\t$Revision$\t$Date$",
+    "@(#)     convlib_export.h\t\t$Revision$\t$Date$",
+    "@(#)     dblread.h\t\t$Revision$\t$Date$",
     "@(#)     PLATFORM : Linux on Intel",
 };
 
@@ -36,21 +41,6 @@ const char *SkipSpace(const char *p) noexcept {
         ++p;
     }
     return p;
-}
-
-// strtol in base ten with the results of a 32-bit long: beyond the 32-bit range errno becomes
-// ERANGE and the value the nearest 32-bit limit, exactly as where long has 32 bits.
-int32_t StrToLong32(const char *text, char **end) noexcept {
-    const long value = std::strtol(text, end, 10);
-    if (value > INT32_MAX) {
-        errno = ERANGE;
-        return INT32_MAX;
-    }
-    if (value < INT32_MIN) {
-        errno = ERANGE;
-        return INT32_MIN;
-    }
-    return static_cast<int32_t>(value);
 }
 
 // strtoul in base ten with the results of a 32-bit unsigned long. Only texts without a "-" reach
@@ -176,28 +166,51 @@ bool PlainInt32(const char *text, uint32_t flags, char point, int32_t *value) no
             ++p;
         }
     }
-    const bool negative = *p == '-';
-    if (*p == '-' || *p == '+') {
-        ++p;
-    }
-    const char *digits = p;
-    int32_t sum = 0;
-    while (*p >= '0' && *p <= '9' && p - digits < 9) {
-        sum = sum * 10 + (*p - '0');
-        ++p;
-    }
-    if (p == digits || (*p >= '0' && *p <= '9')) {
-        return false;  // no digit, or ten digits and more
-    }
-    if ((flags & CONV_NUM_TRAILING_BLANKS) != 0) {
-        while (*p == ' ') {
-            ++p;
-        }
-    }
-    if (*p != '\0' || static_cast<size_t>(p - text) > kMaxText) {
+    // Texts with and without a sign come mixed, so the sign is stepped over without a branch
+    // that would be mispredicted half of the time.
+    const char sign = *p;
+    const bool negative = sign == '-';
+    p += static_cast<int>(negative || sign == '+');
+    uint32_t sum = static_cast<unsigned char>(*p) - uint32_t{'0'};
+    if (sum > 9) {
         return false;
     }
-    *value = negative ? -sum : sum;
+    ++p;
+    // The other eight digits at most, two at a time: a pair's value does not wait for the sum,
+    // so the chain of multiplications that does is half as long. After nine digits p stands on
+    // the next character, and a tenth digit fails the test of the end below.
+    const auto pair = [&p, &sum]() noexcept {
+        const uint32_t first = static_cast<unsigned char>(p[0]) - uint32_t{'0'};
+        if (first > 9) {
+            return false;
+        }
+        const uint32_t second = static_cast<unsigned char>(p[1]) - uint32_t{'0'};
+        if (second > 9) {
+            sum = sum * 10 + first;
+            ++p;
+            return false;
+        }
+        sum = sum * 100 + (first * 10 + second);
+        p += 2;
+        return true;
+    };
+    (void)(pair() && pair() && pair() && pair());
+    if ((flags & (CONV_NUM_LEADING_BLANKS | CONV_NUM_TRAILING_BLANKS)) == 0) {
+        if (*p != '\0') {
+            return false;
+        }
+    } else {
+        if ((flags & CONV_NUM_TRAILING_BLANKS) != 0) {
+            while (*p == ' ') {
+                ++p;
+            }
+        }
+        // Only blanks can make a text of at most nine digits longer than the limit.
+        if (*p != '\0' || static_cast<size_t>(p - text) > kMaxText) {
+            return false;
+        }
+    }
+    *value = static_cast<int32_t>(negative ? 0 - sum : sum);
     return true;
 }
 
@@ -211,17 +224,12 @@ uint32_t CopyIfFits(char *out, const char *text, int printed, uint32_t size) noe
 }
 }  // namespace
 
-// Converts decimal text to a signed 32-bit integer. A text with an exponent (allowed by the
-// flags) goes through double and is narrowed; otherwise strtol reads it after the point was
-// made ".". Returns CONV_OK, CONV_WARN_TRUNCATION (fraction dropped toward zero),
-// CONV_ERR_OVERFLOW, CONV_ERR_NOT_A_NUMBER or CONV_ERR_CONVERSION (text over 999 characters);
-// *target is written on CONV_OK and on the warning only.
-extern "C" uint32_t CONV_StringToInt32(int32_t *target, const char *text, uint32_t flags,
-                                       char point) noexcept {
-    if (PlainInt32(text, flags, point, target)) {
-        errno = 0;  // as after the general path, which clears errno before strtol
-        return CONV_OK;
-    }
+namespace {
+// Converts decimal text to a signed 32-bit integer, as CONV_StringToInt32 says, for every text
+// that the direct reading does not take. Kept out of line, so that the direct reading runs
+// without setting up this function's scratch buffer.
+[[gnu::noinline]] uint32_t StringToInt32General(int32_t *target, const char *text, uint32_t flags,
+                                                char point) noexcept {
     if (std::strlen(text) > kMaxText) {
         return CONV_ERR_CONVERSION;
     }
@@ -242,7 +250,7 @@ extern "C" uint32_t CONV_StringToInt32(int32_t *target, const char *text, uint32
     BuildIntegerScratch(scratch, text, point, false);
     errno = 0;
     char *end = nullptr;
-    const int32_t value = StrToLong32(scratch, &end);
+    const int32_t value = conv::StrToLong32(scratch, &end);
     if (end == scratch) {
         return CONV_ERR_NOT_A_NUMBER;
     }
@@ -257,6 +265,21 @@ extern "C" uint32_t CONV_StringToInt32(int32_t *target, const char *text, uint32
     }
     *target = value;
     return FractionStatus(end);
+}
+}  // namespace
+
+// Converts decimal text to a signed 32-bit integer. A text with an exponent (allowed by the
+// flags) goes through double and is narrowed; otherwise strtol reads it after the point was
+// made ".". Returns CONV_OK, CONV_WARN_TRUNCATION (fraction dropped toward zero),
+// CONV_ERR_OVERFLOW, CONV_ERR_NOT_A_NUMBER or CONV_ERR_CONVERSION (text over 999 characters);
+// *target is written on CONV_OK and on the warning only.
+extern "C" uint32_t CONV_StringToInt32(int32_t *target, const char *text, uint32_t flags,
+                                       char point) noexcept {
+    if (PlainInt32(text, flags, point, target)) {
+        errno = 0;  // as after the general path, which clears errno before strtol
+        return CONV_OK;
+    }
+    return StringToInt32General(target, text, flags, point);
 }
 
 // Converts decimal text to an unsigned 32-bit integer, as CONV_StringToInt32 with strtoul; a "-"
@@ -320,12 +343,12 @@ extern "C" uint32_t CONV_StringToUInt8(uint8_t *target, const char *text, uint32
     return StringToSmall(target, text, flags, point, 0, 255);
 }
 
-// Converts decimal text (with an optional exponent; "D" too under CONV_NUM_D_EXPONENT) to a
-// double with strtod. *target is written as soon as strtod has run. Returns CONV_OK,
-// CONV_ERR_NOT_A_NUMBER, CONV_ERR_OVERFLOW (beyond the largest double), CONV_WARN_ROUND_TO_ZERO
-// (the value underflowed to 0.0) or CONV_ERR_CONVERSION (text over 999 characters).
-extern "C" uint32_t CONV_StringToDouble(double *target, const char *text, uint32_t flags,
-                                        char point) noexcept {
+namespace {
+// Converts decimal text to a double with strtod, as CONV_StringToDouble says, for every text that
+// the direct reading does not take. Kept out of line, so that the direct reading runs without
+// setting up this function's scratch buffer.
+[[gnu::noinline]] uint32_t StringToDoubleGeneral(double *target, const char *text, uint32_t flags,
+                                                 char point) noexcept {
     if ((flags & CONV_NUM_NO_CHECK) == 0) {
         const uint32_t status = CONV_IsNumber(text, flags, point);
         if (status != CONV_OK) {
@@ -386,6 +409,24 @@ extern "C" uint32_t CONV_StringToDouble(double *target, const char *text, uint32
         }
     }
     return CONV_OK;
+}
+}  // namespace
+
+// Converts decimal text (with an optional exponent; "D" too under CONV_NUM_D_EXPONENT) to a
+// double with strtod, or, for the common texts whose value strtod reads without a range error,
+// directly to the same double. *target is written as soon as the value has been read. Returns
+// CONV_OK,
+// CONV_ERR_NOT_A_NUMBER, CONV_ERR_OVERFLOW (beyond the largest double), CONV_WARN_ROUND_TO_ZERO
+// (the value underflowed to 0.0) or CONV_ERR_CONVERSION (text over 999 characters).
+extern "C" uint32_t CONV_StringToDouble(double *target, const char *text, uint32_t flags,
+                                        char point) noexcept {
+    // The common texts are read directly; everything else, and every value for which strtod
+    // reports a range error, takes the general path.
+    if (conv::ReadPlainDouble(text, flags, point, target)) {
+        errno = 0;  // as after the general path, which clears errno before strtod
+        return CONV_OK;
+    }
+    return StringToDoubleGeneral(target, text, flags, point);
 }
 
 // Converts decimal text to a float through CONV_StringToDouble. Any non-zero status of the

@@ -1,8 +1,15 @@
 // SPDX-License-Identifier: MIT
 // UTF-8 encoding of wide characters (32-bit code points and 16-bit units) into caller buffers.
-#include <nlssupport/convlib.h>
-
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include <nlssupport/convlib.h>
 
 namespace {
 [[gnu::used]] constexpr char kIdent[][64] = {
@@ -33,6 +40,153 @@ uint32_t EncodeString(const Unit *text, int32_t maxUnits, char *out, uint32_t ca
     }
     return CONV_OK;
 }
+
+// The 16-bit string encoder works in two passes: it first finds how many units it has to
+// encode (up to the terminator or the maximum), then encodes that many units, in stretches for
+// which the room left holds three bytes per unit (the most a 16-bit unit takes), so that no
+// unit of a stretch needs its own room test. Knowing the count first lets the encoder read the
+// units of a stretch in blocks, and lets a block write a few bytes beyond its last character
+// that the characters behind it then overwrite: the bytes are only ever final once every unit
+// of the stretch is written, and they are then exactly those of the unit-by-unit encoder.
+
+// A unit of 0x80 and above takes two bytes below 0x800 and three from there on.
+inline char *EncodeWideUnit(uint32_t unit, char *out) noexcept {
+    if (unit < 0x80) {
+        out[0] = static_cast<char>(unit);
+        return out + 1;
+    }
+    if (unit < 0x800) {
+        out[0] = static_cast<char>((unit >> 6) | 0xC0);
+        out[1] = Continuation(static_cast<int32_t>(unit));
+        return out + 2;
+    }
+    out[0] = static_cast<char>((unit >> 12) | 0xE0);
+    out[1] = Continuation(static_cast<int32_t>(unit >> 6));
+    out[2] = Continuation(static_cast<int32_t>(unit));
+    return out + 3;
+}
+
+// The number of units of text before its terminating 0 unit, at most limit. Unit by unit: the
+// string's length is not known, so no unit behind the terminator may be read.
+size_t CountUnits(const uint16_t *text, size_t limit) noexcept {
+    size_t n = 0;
+    while (n != limit && text[n] != 0) {
+        ++n;
+    }
+    return n;
+}
+
+#if defined(__SSE2__)
+
+// Encodes count units, none of them 0, into out, which has room for three bytes per unit, and
+// returns the end of what was written. Eight units at a time while at least three more follow
+// them: a block of ASCII is narrowed in one step; any other block gets each unit's bytes
+// computed side by side, as a 4-byte word with its length, and the words are stored one behind
+// the other, each overwriting the unused bytes of the one before. The last word's unused bytes
+// are overwritten by the (at least three) units that follow the block.
+char *EncodeUnits(const uint16_t *p, size_t count, char *out) noexcept {
+    const uint16_t *const end = p + count;
+    const __m128i zero = _mm_setzero_si128();
+    while (end - p >= 11) {
+        const __m128i unit = _mm_loadu_si128(reinterpret_cast<const __m128i *>(p));
+        // All ones in the lanes of units below 0x80, and of units below 0x800.
+        const __m128i ascii =
+            _mm_cmpeq_epi16(_mm_and_si128(unit, _mm_set1_epi16(static_cast<short>(0xFF80))), zero);
+        if (_mm_movemask_epi8(ascii) == 0xFFFF) {
+            _mm_storel_epi64(reinterpret_cast<__m128i *>(out), _mm_packus_epi16(unit, unit));
+            out += 8;
+            p += 8;
+            continue;
+        }
+        const __m128i below800 =
+            _mm_cmpeq_epi16(_mm_and_si128(unit, _mm_set1_epi16(static_cast<short>(0xF800))), zero);
+        const __m128i shifted6 = _mm_srli_epi16(unit, 6);
+        const __m128i mark = _mm_set1_epi16(0x80);
+        const __m128i sixBits = _mm_set1_epi16(0x3F);
+        // Continuation bytes of bits 0-5 and of bits 6-11.
+        const __m128i last = _mm_or_si128(_mm_and_si128(unit, sixBits), mark);
+        const __m128i middle = _mm_or_si128(_mm_and_si128(shifted6, sixBits), mark);
+        // First bytes of the two- and three-byte forms.
+        const __m128i lead2 = _mm_or_si128(shifted6, _mm_set1_epi16(0xC0));
+        const __m128i lead3 = _mm_or_si128(_mm_srli_epi16(unit, 12), _mm_set1_epi16(0xE0));
+        const __m128i lead23 =
+            _mm_or_si128(_mm_and_si128(below800, lead2), _mm_andnot_si128(below800, lead3));
+        const __m128i lead =
+            _mm_or_si128(_mm_and_si128(ascii, unit), _mm_andnot_si128(ascii, lead23));
+        const __m128i second =
+            _mm_or_si128(_mm_and_si128(below800, last), _mm_andnot_si128(below800, middle));
+        // The words: first and second byte in the low half of each lane, the third above.
+        const __m128i firstTwo = _mm_or_si128(lead, _mm_slli_epi16(second, 8));
+        alignas(16) uint32_t words[8];
+        _mm_store_si128(reinterpret_cast<__m128i *>(words), _mm_unpacklo_epi16(firstTwo, last));
+        _mm_store_si128(reinterpret_cast<__m128i *>(words + 4), _mm_unpackhi_epi16(firstTwo, last));
+        // Lengths 3 - (below 0x80) - (below 0x800), the masks being -1, one byte each; each
+        // word's place is the sum of the lengths in front of it, all eight sums taken at once
+        // by one multiplication (no sum exceeds 24, so no byte carries into the next).
+        const __m128i length = _mm_add_epi16(_mm_set1_epi16(3), _mm_add_epi16(ascii, below800));
+        const uint64_t lengths =
+            static_cast<uint64_t>(_mm_cvtsi128_si64(_mm_packus_epi16(length, length)));
+        const uint64_t places = lengths * 0x0101010101010100u;
+        for (int k = 0; k < 8; ++k) {
+            std::memcpy(out + ((places >> (8 * k)) & 0xFF), &words[k], sizeof words[k]);
+        }
+        out += (lengths * 0x0101010101010101u) >> 56;
+        p += 8;
+    }
+    while (p != end) {
+        out = EncodeWideUnit(*p++, out);
+    }
+    return out;
+}
+
+#else  // no SSE2: four units at a time through a 64-bit word
+
+// Whether the four 16-bit units held in word are all ASCII: no unit has a bit above the low
+// seven.
+constexpr bool FourAsciiUnits(uint64_t word) noexcept {
+    return (word & 0xFF80FF80FF80FF80u) == 0;
+}
+
+// Whether one of the four 16-bit units held in word is 0: subtracting 1 from a unit borrows
+// through its top bit only when the unit is 0 (or when a lower unit borrowed, which needs a 0
+// below it), and a unit with its top bit already set is not counted.
+constexpr bool HasZeroUnit(uint64_t word) noexcept {
+    return ((word - 0x0001000100010001u) & ~word & 0x8000800080008000u) != 0;
+}
+
+// The unit at index k (in memory order) of four units loaded into word.
+constexpr char UnitByte(uint64_t word, int k) noexcept {
+    const int shift = std::endian::native == std::endian::little ? 16 * k : 48 - 16 * k;
+    return static_cast<char>(word >> shift);
+}
+
+// Encodes count units, none of them 0, into out, which has room for three bytes per unit, and
+// returns the end of what was written. Runs of ASCII go four units at a time.
+char *EncodeUnits(const uint16_t *p, size_t count, char *out) noexcept {
+    const uint16_t *const end = p + count;
+    while (end - p >= 4) {
+        uint64_t word;
+        std::memcpy(&word, p, sizeof word);
+        if (FourAsciiUnits(word)) {
+            out[0] = UnitByte(word, 0);
+            out[1] = UnitByte(word, 1);
+            out[2] = UnitByte(word, 2);
+            out[3] = UnitByte(word, 3);
+            out += 4;
+            p += 4;
+            continue;
+        }
+        for (int k = 0; k < 4; ++k) {
+            out = EncodeWideUnit(*p++, out);
+        }
+    }
+    while (p != end) {
+        out = EncodeWideUnit(*p++, out);
+    }
+    return out;
+}
+
+#endif
 }  // namespace
 
 // Returns the bytes (1 to 6) that CONV_WCharToUTF8 writes for codePoint; every negative value
@@ -129,8 +283,45 @@ extern "C" uint32_t CONV_WCharStrToUTF8(const int32_t *text, int32_t maxChars, c
 }
 
 // The same for 16-bit units, each zero-extended and encoded as a code point of its own:
-// surrogate pairs are written as two 3-byte sequences.
+// surrogate pairs are written as two 3-byte sequences. The units are counted first (no more than
+// capacity + 1 of them can be reached, each taking a byte at least); then, while the room left
+// holds three bytes per unit for a stretch of them, that stretch is encoded without testing the
+// room unit by unit. The last units before the end of the room go one by one through the checked
+// encoder, so a unit that does not fit fails exactly where it would.
 extern "C" uint32_t CONV_WChar16StrToUTF8(const uint16_t *text, int32_t maxUnits, char *out,
                                           uint32_t capacity, uint32_t *written) noexcept {
-    return EncodeString(text, maxUnits, out, capacity, written);
+    *written = 0;
+    size_t limit = static_cast<size_t>(capacity) + 1;
+    if (limit == 0) {
+        limit = SIZE_MAX;  // the largest capacity, where size_t has 32 bits
+    }
+    if (maxUnits >= 0 && static_cast<size_t>(maxUnits) < limit) {
+        limit = static_cast<size_t>(maxUnits);
+    }
+    const size_t units = CountUnits(text, limit);
+    const uint16_t *p = text;
+    const uint16_t *const end = text + units;
+    char *o = out;
+    while (p != end) {
+        const uint32_t room = capacity - static_cast<uint32_t>(o - out);
+        size_t stretch = room / 3;
+        if (stretch == 0) {
+            uint32_t bytes = 0;
+            const uint32_t status = CONV_WCharToUTF8(*p, o, room, &bytes);
+            if (status != CONV_OK) {
+                *written = static_cast<uint32_t>(o - out);
+                return status;
+            }
+            o += bytes;
+            ++p;
+            continue;
+        }
+        if (stretch > static_cast<size_t>(end - p)) {
+            stretch = static_cast<size_t>(end - p);
+        }
+        o = EncodeUnits(p, stretch, o);
+        p += stretch;
+    }
+    *written = static_cast<uint32_t>(o - out);
+    return CONV_OK;
 }

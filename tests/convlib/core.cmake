@@ -10,5 +10,7 @@ nls_add_gtest(convlib_core_test
     ${CMAKE_CURRENT_LIST_DIR}/core_numconv_test.cpp
     ${CMAKE_CURRENT_LIST_DIR}/core_dbltext_test.cpp
     ${CMAKE_CURRENT_LIST_DIR}/core_utf8_test.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/core_utf8_string_test.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/core_numread_test.cpp
     ${CMAKE_CURRENT_LIST_DIR}/core_trim_test.cpp
   MODULES convlib memmgr errlib)
