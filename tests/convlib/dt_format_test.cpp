@@ -78,7 +78,7 @@ TEST(DateTimeToString, NumericFieldsFlagsAndWidths) {
         const Result r = Format(Sample(), c.format);
         EXPECT_EQ(r.status, CONV_OK) << c.format;
         EXPECT_EQ(r.text, c.expected) << c.format;
-        EXPECT_EQ(r.failed, 65535) << c.format;
+        EXPECT_EQ(r.failed, CONV_FIELD_NONE) << c.format;
         EXPECT_TRUE(r.tailUntouched) << c.format;
     }
 }
@@ -186,13 +186,13 @@ TEST(DateTimeToString, FieldCountCountsEveryFieldMet) {
     const Result r = Format(Sample(), "%D.%M.%Z %H");
     EXPECT_EQ(r.status, CONV_OK);
     EXPECT_EQ(r.count, 4);
-    EXPECT_EQ(r.failed, 65535);
+    EXPECT_EQ(r.failed, CONV_FIELD_NONE);
     CONV_DateTime record = Sample();
     record.hour = 30;
     const Result bad = Format(record, "%D.%M.%Z %H %I");
     EXPECT_EQ(bad.status, CONV_ERR_HOUR24);
     EXPECT_EQ(bad.count, 4);
-    EXPECT_EQ(bad.failed, 2);
+    EXPECT_EQ(bad.failed, CONV_FIELD_H);
     EXPECT_EQ(bad.text, "5.3.2009 ");
 }
 
@@ -269,7 +269,7 @@ TEST(DateTimeToString, FractionErrors) {
     for (const Case &c : cases) {
         const Result r = Format(Fraction(c.value, c.base), "t%F");
         EXPECT_EQ(r.status, c.status) << c.value << " " << c.base;
-        EXPECT_EQ(r.failed, 1);
+        EXPECT_EQ(r.failed, CONV_FIELD_F);
         EXPECT_EQ(r.text, "t");
     }
 }
@@ -278,7 +278,7 @@ TEST(DateTimeToString, FractionCutByTheRoomIsOnlyAWarning) {
     Result r = Format(Fraction(123, 3), "%F", 3);  // room for two characters
     EXPECT_EQ(r.status, CONV_WARN_TRUNCATION);
     EXPECT_EQ(r.text, "12");
-    EXPECT_EQ(r.failed, 1);
+    EXPECT_EQ(r.failed, CONV_FIELD_F);
     EXPECT_TRUE(r.tailUntouched);
     r = Format(Fraction(5, 3), "x%-9.9Fy", 6);
     EXPECT_EQ(r.status, CONV_WARN_TRUNCATION);
@@ -287,7 +287,7 @@ TEST(DateTimeToString, FractionCutByTheRoomIsOnlyAWarning) {
     r = Format(Sample(), "%Z", 3);
     EXPECT_EQ(r.status, CONV_ERR_TARGET_TOO_SMALL);
     EXPECT_EQ(r.text, "20");
-    EXPECT_EQ(r.failed, 13);
+    EXPECT_EQ(r.failed, CONV_FIELD_Z);
 }
 
 // ---- Running out of room ----
@@ -297,7 +297,7 @@ TEST(DateTimeToString, TargetOfOneByteHoldsOnlyTheTerminator) {
     EXPECT_EQ(r.status, CONV_ERR_TARGET_TOO_SMALL);
     EXPECT_EQ(r.text, "");
     EXPECT_EQ(r.count, 0);
-    EXPECT_EQ(r.failed, 65535);
+    EXPECT_EQ(r.failed, CONV_FIELD_NONE);
     EXPECT_TRUE(r.tailUntouched);
     EXPECT_EQ(Format(Sample(), "", 1).status, CONV_OK);
 }
@@ -396,7 +396,7 @@ TEST(DateTimeToString, EveryLetterWithEveryFlagAndWidthCutAtEverySize) {
                         } else {
                             // Ran out between fields (before the field or before ">").
                             ASSERT_EQ(r.status, CONV_ERR_TARGET_TOO_SMALL) << format << size;
-                            ASSERT_EQ(r.failed, 65535);
+                            ASSERT_EQ(r.failed, CONV_FIELD_NONE);
                         }
                         ++checked;
                     }
@@ -413,7 +413,7 @@ TEST(DateTimeToString, FormatExhaustedExactlyWhenTheRoomEndsIsSuccess) {
     const Result r = Format(Sample(), "%D.%M", 2);
     EXPECT_EQ(r.status, CONV_ERR_TARGET_TOO_SMALL);
     EXPECT_EQ(r.text, "5");
-    EXPECT_EQ(r.failed, 65535);
+    EXPECT_EQ(r.failed, CONV_FIELD_NONE);
     EXPECT_EQ(r.count, 1);
 }
 
@@ -501,7 +501,7 @@ TEST(DateTimeToString, LongNamesAreNotLimitedByScratchSpace) {
               CONV_ERR_TARGET_TOO_SMALL);
     EXPECT_EQ(buffer.text(), std::string(1099, 'n'));
     EXPECT_TRUE(buffer.untouchedFrom(1100));
-    EXPECT_EQ(failed, 10);
+    EXPECT_EQ(failed, CONV_FIELD_V);
 }
 
 // ---- Eras ----
@@ -550,7 +550,7 @@ TEST(DateTimeToString, JWithoutEraWritesTheGregorianYear) {
               CONV_OK);
     EXPECT_STREQ(out, "Gannen");
     EXPECT_EQ(Format(record, "%J").status, CONV_ERR_NO_SYEAR);
-    EXPECT_EQ(Format(record, "%J").failed, 15);
+    EXPECT_EQ(Format(record, "%J").failed, CONV_FIELD_J);
 }
 
 TEST(DateTimeToString, EraFailures) {

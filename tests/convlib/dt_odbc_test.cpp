@@ -123,20 +123,20 @@ TEST(OdbcText, SmallTargetsGoThroughTheCheckingFormatter) {
     Written w = Write(CONV_DateTimeToODBCDateString, Sample(), 10);
     EXPECT_EQ(w.status, CONV_ERR_TARGET_TOO_SMALL);
     EXPECT_EQ(w.text, "2009-03-0");
-    EXPECT_EQ(w.failed, 0);
+    EXPECT_EQ(w.failed, CONV_FIELD_D);
     EXPECT_EQ(w.count, 3);
     EXPECT_TRUE(w.tailUntouched);
     w = Write(CONV_DateTimeToODBCTimeString, Sample(), 8);
     EXPECT_EQ(w.status, CONV_ERR_TARGET_TOO_SMALL);
     EXPECT_EQ(w.text, "13:07:0");
-    EXPECT_EQ(w.failed, 7);
+    EXPECT_EQ(w.failed, CONV_FIELD_S);
     EXPECT_TRUE(w.tailUntouched);
     CONV_DateTime bad = Sample();
     bad.month = 13;
     w = Write(CONV_DateTimeToODBCDateString, bad, 10);
     EXPECT_EQ(w.status, CONV_ERR_MONTH);
     EXPECT_EQ(w.text, "2009-");
-    EXPECT_EQ(w.failed, 4);
+    EXPECT_EQ(w.failed, CONV_FIELD_M);
     bad = Sample();
     bad.year = CONV_DT_UNSET;
     EXPECT_EQ(Write(CONV_DateTimeToODBCTSString, bad, 29).status, CONV_ERR_YEAR);
@@ -149,7 +149,7 @@ TEST(OdbcText, TimestampCutInTheFractionIsATruncationWarning) {
     Written w = Write(CONV_DateTimeToODBCTSString, r, 29);
     EXPECT_EQ(w.status, CONV_WARN_TRUNCATION);
     EXPECT_EQ(w.text, "2009-03-05 13:07:09.00500000");
-    EXPECT_EQ(w.failed, 1);
+    EXPECT_EQ(w.failed, CONV_FIELD_F);
     EXPECT_TRUE(w.tailUntouched);
     // With the base unset the slow path writes nanoseconds left-justified (the fast path
     // writes them zero-filled): the two paths differ on purpose.

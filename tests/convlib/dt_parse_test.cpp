@@ -46,7 +46,7 @@ TEST(StringToDateTime, DateWithAndWithoutWidths) {
         EXPECT_EQ(p.record.day, 5);
         EXPECT_EQ(p.record.month, 3);
         EXPECT_EQ(p.record.year, 2009);
-        EXPECT_EQ(p.failed, 65535);
+        EXPECT_EQ(p.failed, CONV_FIELD_NONE);
         EXPECT_EQ(p.count, 3);
     }
 }
@@ -84,14 +84,14 @@ TEST(StringToDateTime, EndOfInputStatuses) {
     for (const Case &c : cases) {
         const Parsed p = Parse(c.source, c.format);
         EXPECT_EQ(p.status, c.status) << c.source << " / " << c.format;
-        EXPECT_EQ(p.failed, 65535) << c.source << " / " << c.format;
+        EXPECT_EQ(p.failed, CONV_FIELD_NONE) << c.source << " / " << c.format;
     }
 }
 
 TEST(StringToDateTime, LiteralMismatchLeavesFailedFieldUnset) {
     const Parsed p = Parse("2009/03/05", "%Z-%M-%D");
     EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH);
-    EXPECT_EQ(p.failed, 65535);
+    EXPECT_EQ(p.failed, CONV_FIELD_NONE);
     EXPECT_EQ(p.count, 1);
     EXPECT_EQ(p.record.year, 2009);  // what was read stays
     EXPECT_EQ(Parse("%", "%%").status, CONV_OK);
@@ -171,13 +171,13 @@ TEST(StringToDateTime, NumberFieldsWithWidths) {
     EXPECT_EQ(p.record.year, 2009);
     p = Parse("5 .3", "%2D.%M");  // "5 " leaves a blank unconverted
     EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH);
-    EXPECT_EQ(p.failed, 0);
+    EXPECT_EQ(p.failed, CONV_FIELD_D);
     p = Parse("05", "%3D");
     EXPECT_EQ(p.status, CONV_ERR_FORMAT_LEFT);
-    EXPECT_EQ(p.failed, 0);
+    EXPECT_EQ(p.failed, CONV_FIELD_D);
     p = Parse("x", "%D");
     EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH);
-    EXPECT_EQ(p.failed, 0);
+    EXPECT_EQ(p.failed, CONV_FIELD_D);
     p = Parse("  -7", "%Z");
     EXPECT_EQ(p.status, CONV_OK);
     EXPECT_EQ(p.record.year, -7);
@@ -203,7 +203,7 @@ TEST(StringToDateTime, DayWithinItsMonthIsCheckedAtTheEnd) {
     for (const Case &c : cases) {
         const Parsed p = Parse(c.source, c.format);
         EXPECT_EQ(p.status, c.status) << c.source;
-        EXPECT_EQ(p.failed, 65535) << c.source;
+        EXPECT_EQ(p.failed, CONV_FIELD_NONE) << c.source;
     }
 }
 
@@ -212,7 +212,7 @@ TEST(StringToDateTime, HourTwentyFourOnlyAsMidnight) {
     EXPECT_EQ(Parse("24", "%H").status, CONV_OK);
     Parsed p = Parse("24:01", "%H:%I");
     EXPECT_EQ(p.status, CONV_ERR_HOUR24);
-    EXPECT_EQ(p.failed, 65535);
+    EXPECT_EQ(p.failed, CONV_FIELD_NONE);
     EXPECT_EQ(Parse("24:00:01", "%H:%I:%S").status, CONV_ERR_HOUR24);
 }
 
@@ -236,7 +236,7 @@ TEST(StringToDateTime, MeridiemRules) {
     }
     Parsed p = Parse("XM", "%Q");
     EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH);
-    EXPECT_EQ(p.failed, 6);
+    EXPECT_EQ(p.failed, CONV_FIELD_Q);
 }
 
 TEST(StringToDateTime, CenturyBaseIsAddedToY) {
@@ -247,7 +247,7 @@ TEST(StringToDateTime, CenturyBaseIsAddedToY) {
     EXPECT_EQ(p.record.year, 2005);
     p = Parse("0", "%Y", CONV_DT_UNSET, -32768);
     EXPECT_EQ(p.status, CONV_ERR_YEAR);
-    EXPECT_EQ(p.failed, 12);
+    EXPECT_EQ(p.failed, CONV_FIELD_Y);
     p = Parse("1", "%Y", CONV_DT_UNSET, 32767);  // 32768 kept by its low 16 bits
     EXPECT_EQ(p.status, CONV_ERR_YEAR);
     p = Parse("94", "%Z", CONV_DT_UNSET, 1900);  // Z ignores the century base
@@ -292,7 +292,7 @@ TEST(StringToDateTime, Fractions) {
         EXPECT_EQ(p.status, c.status) << "'" << c.source << "' " << c.format;
         EXPECT_EQ(p.record.fraction, c.fraction) << "'" << c.source << "' " << c.format;
         if (c.status != CONV_OK) {
-            EXPECT_EQ(p.failed, 1);
+            EXPECT_EQ(p.failed, CONV_FIELD_F);
         }
         EXPECT_EQ(p.record.fractionBase, c.base);
     }
@@ -308,7 +308,7 @@ TEST(StringToDateTime, FractionFieldAdvancesByTheCharactersCopied) {
     // The width takes whatever stands there, a following literal included.
     p = Parse("1 |", "%3F|", 3);
     EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH);
-    EXPECT_EQ(p.failed, 1);
+    EXPECT_EQ(p.failed, CONV_FIELD_F);
 }
 
 TEST(StringToDateTime, DefaultNamesAreCaseSensitive) {
@@ -317,7 +317,7 @@ TEST(StringToDateTime, DefaultNamesAreCaseSensitive) {
     EXPECT_EQ(p.record.month, 1);
     p = Parse("Jan", "%W");
     EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH);
-    EXPECT_EQ(p.failed, 11);
+    EXPECT_EQ(p.failed, CONV_FIELD_W);
     p = Parse("December", "%V");
     EXPECT_EQ(p.record.month, 12);
     p = Parse("Saturday Sat", "%T %U");
@@ -339,7 +339,7 @@ TEST(StringToDateTime, NamesWithWidths) {
     EXPECT_EQ(p.record.month, 2);
     p = Parse("Wed", "%5U");
     EXPECT_EQ(p.status, CONV_ERR_FORMAT_LEFT);
-    EXPECT_EQ(p.failed, 9);
+    EXPECT_EQ(p.failed, CONV_FIELD_U);
     // A width below the name's length compares the whole field with the name's start.
     p = Parse("Sept", "%4V");
     EXPECT_EQ(p.status, CONV_OK);
@@ -352,7 +352,7 @@ TEST(StringToDateTime, NamesWithWidths) {
     EXPECT_EQ(p.record.month, 5);
     p = Parse("May  ", "%5V");
     EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH);
-    EXPECT_EQ(p.failed, 10);
+    EXPECT_EQ(p.failed, CONV_FIELD_V);
     p = Parse("May  ", "%-5V");
     EXPECT_EQ(p.status, CONV_OK);
     EXPECT_EQ(p.record.month, 5);
@@ -389,7 +389,7 @@ TEST(StringToDateTime, FirstMatchingNameInTableOrderWins) {
     Parsed p = Parse("January 5", "%V%D", CONV_DT_UNSET, 0, names);
     EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH);  // "Jan" matched, "uary 5" is no number
     EXPECT_EQ(p.record.month, 1);
-    EXPECT_EQ(p.failed, 0);
+    EXPECT_EQ(p.failed, CONV_FIELD_D);
 }
 
 // ---- Eras and SYEAR ----
@@ -410,7 +410,7 @@ TEST(StringToDateTime, EraAndSyearGiveTheGregorianYear) {
     EXPECT_EQ(p.record.year, 1989);
     p = ParseEra("Showa 64 8.1", "%E %J %D.%M");
     EXPECT_EQ(p.status, CONV_ERR_YEAR);
-    EXPECT_EQ(p.failed, 65535);
+    EXPECT_EQ(p.failed, CONV_FIELD_NONE);
     p = ParseEra("Heisei 5", "%E %J");
     EXPECT_EQ(p.record.year, 1993);
     p = ParseEra("Meiji 5", "%E %Z");  // any year letter gives the era year
@@ -448,10 +448,10 @@ TEST(StringToDateTime, EraBoundariesPlusAndMinusOneDay) {
 TEST(StringToDateTime, EraFailures) {
     Parsed p = ParseEra("2009 Heisei", "%Z %E");
     EXPECT_EQ(p.status, CONV_ERR_RESCAN);  // the era must come before the year
-    EXPECT_EQ(p.failed, 14);
+    EXPECT_EQ(p.failed, CONV_FIELD_E);
     p = Parse("Heisei 5", "%E %J");
     EXPECT_EQ(p.status, CONV_ERR_NO_ERA_NAMES);
-    EXPECT_EQ(p.failed, 14);
+    EXPECT_EQ(p.failed, CONV_FIELD_E);
     const char *onlySyear[CONV_NAMES_COUNT] = {};
     onlySyear[CONV_NAMES_SYEAR] = "Gannen";
     p = Parse("Heisei 5", "%E %J", CONV_DT_UNSET, 0, onlySyear);
@@ -461,25 +461,25 @@ TEST(StringToDateTime, EraFailures) {
     onlyEras[CONV_NAMES_ERA + 3] = "Heisei";  // slots 41 and 42 null: skipped, not read
     p = Parse("Heisei 5", "%E %J", CONV_DT_UNSET, 0, onlyEras);
     EXPECT_EQ(p.status, CONV_ERR_NO_SYEAR);
-    EXPECT_EQ(p.failed, 15);
+    EXPECT_EQ(p.failed, CONV_FIELD_J);
     EXPECT_EQ(p.record.era, 3);
     p = ParseEra("Reiwa 5", "%E %J");
     EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH);
-    EXPECT_EQ(p.failed, 14);
+    EXPECT_EQ(p.failed, CONV_FIELD_E);
     p = ParseEra("Heisei", "%E");  // an era with no year
     EXPECT_EQ(p.status, CONV_ERR_YEAR);
-    EXPECT_EQ(p.failed, 65535);
+    EXPECT_EQ(p.failed, CONV_FIELD_NONE);
     p = ParseEra("Heisei x", "%E %J");
     EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH);
-    EXPECT_EQ(p.failed, 15);
+    EXPECT_EQ(p.failed, CONV_FIELD_J);
     p = ParseEra("Heisei Gan", "%E %10J");  // fewer characters than the width
     EXPECT_EQ(p.status, CONV_ERR_FORMAT_LEFT);
-    EXPECT_EQ(p.failed, 15);
+    EXPECT_EQ(p.failed, CONV_FIELD_J);
     p = ParseEra("1 Gannen", "%Z %J");
     EXPECT_EQ(p.status, CONV_ERR_RESCAN);
     p = ParseEra("Heisei 32768", "%E %J");
     EXPECT_EQ(p.status, CONV_ERR_YEAR);
-    EXPECT_EQ(p.failed, 15);
+    EXPECT_EQ(p.failed, CONV_FIELD_J);
     p = ParseEra("Heisei Showa 5", "%E %E %J");  // a second era replaces the first
     EXPECT_EQ(p.status, CONV_OK);
     EXPECT_EQ(p.record.era, 2);
