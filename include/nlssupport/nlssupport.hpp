@@ -626,6 +626,34 @@ bool resize_block(unique_block<T[]> &block, std::size_t count, stack_ref stack =
     return true;
 }
 
+/// @cond INTERNAL
+namespace detail {
+
+// A view copied into a new block of its size + 1 units through MMFLAT_New, every unit as it
+// stands (NUL units included) and a 0 unit last; empty when the size does not fit the
+// allocator's 32-bit byte count or the allocation fails (reported on the stack as "malloc"
+// with the caller's file and line).
+template <class Unit, class View>
+unique_block<Unit[]> copy_view(View text, stack_ref stack,
+                               const std::source_location &where) noexcept {
+    if (text.size() >= max_c_size)
+        return nullptr;
+    const auto bytes = block_bytes(text.size() + 1, sizeof(Unit));
+    if (!bytes)
+        return nullptr;
+    unique_block<Unit[]> copy(static_cast<Unit *>(
+        MMFLAT_New(*bytes, stack.get(), where.file_name(), line_of(where))));
+    if (copy) {
+        for (std::size_t i = 0; i < text.size(); ++i)
+            copy[i] = static_cast<Unit>(text[i]);
+        copy[text.size()] = 0;
+    }
+    return copy;
+}
+
+}  // namespace detail
+/// @endcond
+
 /**
  * Copies a NUL-terminated text into a new block (MMFLAT_StrDup).
  *
@@ -655,17 +683,7 @@ bool resize_block(unique_block<T[]> &block, std::size_t count, stack_ref stack =
 [[nodiscard]] inline unique_block<char[]> strdup(
     std::string_view text, stack_ref stack = {},
     std::source_location where = std::source_location::current()) noexcept {
-    if (text.size() >= detail::max_c_size)
-        return nullptr;
-    unique_block<char[]> copy(
-        static_cast<char *>(MMFLAT_New(static_cast<std::uint32_t>(text.size() + 1), stack.get(),
-                                       where.file_name(), detail::line_of(where))));
-    if (copy) {
-        if (!text.empty())
-            std::memcpy(copy.get(), text.data(), text.size());
-        copy[text.size()] = '\0';
-    }
-    return copy;
+    return detail::copy_view<char>(text, stack, where);
 }
 
 /**
@@ -697,19 +715,7 @@ bool resize_block(unique_block<T[]> &block, std::size_t count, stack_ref stack =
 [[nodiscard]] inline unique_block<GLIB_WChar[]> wcsdup(
     std::u16string_view text, stack_ref stack = {},
     std::source_location where = std::source_location::current()) noexcept {
-    if (text.size() >= detail::max_c_size)
-        return nullptr;
-    const auto bytes = detail::block_bytes(text.size() + 1, sizeof(GLIB_WChar));
-    if (!bytes)
-        return nullptr;
-    unique_block<GLIB_WChar[]> copy(static_cast<GLIB_WChar *>(
-        MMFLAT_New(*bytes, stack.get(), where.file_name(), detail::line_of(where))));
-    if (copy) {
-        for (std::size_t i = 0; i < text.size(); ++i)
-            copy[i] = static_cast<GLIB_WChar>(text[i]);
-        copy[text.size()] = 0;
-    }
-    return copy;
+    return detail::copy_view<GLIB_WChar>(text, stack, where);
 }
 
 /** @} */
