@@ -67,9 +67,20 @@ inline char *EncodeWideUnit(uint32_t unit, char *out) noexcept {
 }
 
 // The number of units of text before its terminating 0 unit, at most limit. Unit by unit: the
-// string's length is not known, so no unit behind the terminator may be read.
+// string's length is not known, so no unit behind the terminator may be read. While eight or
+// more units are left before the limit, the eight are tested one after the other without a
+// limit test between them: the loads still happen in order, each only once the units before it
+// were found to be non-zero, but the loop's bookkeeping is paid once per eight.
 size_t CountUnits(const uint16_t *text, size_t limit) noexcept {
     size_t n = 0;
+    while (limit - n >= 8) {
+        for (int k = 0; k < 8; ++k) {
+            if (text[n] == 0) {
+                return n;
+            }
+            ++n;
+        }
+    }
     while (n != limit && text[n] != 0) {
         ++n;
     }
