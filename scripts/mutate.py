@@ -20,8 +20,14 @@ from a seed, spread over the modules in proportion to their number of source lin
 module over the operators in turn, so the same seed gives the same mutants. Results go to build/mutate/results.jsonl (one line per mutant) and a
 summary to standard output; mutate.py --report re-prints the summary of an earlier run.
 
+--rerun-survivors applies each mutant recorded as survived again, to the committed sources of
+now, and records whether the tests kill it now (build/mutate/rerun.jsonl): the check that a new
+test answers a survivor. With --sanitize the tree is built under AddressSanitizer and
+UndefinedBehaviorSanitizer (build/mutate/tree-asan), as the test command's asan configuration
+does, which kills the mutants that only make a buffer too small.
+
 Usage: scripts/mutate.sh [--seed N] [--count N] [--timeout SECONDS] [--modules a,b]
-                         [--only a,b] [--report]
+                         [--only a,b] [--report] [--rerun-survivors [--sanitize]]
 """
 import argparse
 import json
@@ -38,6 +44,7 @@ WORK = os.path.join(ROOT, 'build', 'mutate')
 SRC = os.path.join(WORK, 'src')
 TREE = os.path.join(WORK, 'tree')
 RESULTS = os.path.join(WORK, 'results.jsonl')
+RERUN = os.path.join(WORK, 'rerun.jsonl')
 
 RELATIONAL = {'<': ['<=', '>'], '<=': ['<', '>='], '>': ['>=', '<'], '>=': ['>', '<='],
               '==': ['!='], '!=': ['==']}
@@ -206,7 +213,7 @@ def run(cmd, timeout=None, **kw):
                           timeout=timeout, **kw)
 
 
-def prepare():
+def prepare(sanitize=False):
     """A fresh copy of the committed sources and a configured, fully built tree."""
     if os.path.exists(SRC):
         shutil.rmtree(SRC)
@@ -218,7 +225,8 @@ def prepare():
     if not os.path.exists(os.path.join(TREE, 'CMakeCache.txt')):
         # -O2 as the test command builds (GCC 12 warns falsely on some tests at -O3).
         run(['cmake', '-S', SRC, '-B', TREE, '-DCMAKE_BUILD_TYPE=Release',
-             '-DCMAKE_CXX_FLAGS_RELEASE=-O2 -DNDEBUG', '-DCMAKE_C_FLAGS_RELEASE=-O2 -DNDEBUG'],
+             '-DCMAKE_CXX_FLAGS_RELEASE=-O2 -DNDEBUG', '-DCMAKE_C_FLAGS_RELEASE=-O2 -DNDEBUG',
+             '-DNLS_SANITIZE=' + ('ON' if sanitize else 'OFF')],
             check=True)
     build = run(['cmake', '--build', TREE, '-j', str(os.cpu_count() or 2)])
     if build.returncode != 0:
@@ -260,6 +268,62 @@ def report():
                                                      r['before'].strip(), r['after'].strip()))
 
 
+def find_line(lines, row):
+    """The index of the line a recorded mutant changed: its recorded line when that still reads
+    as before (a trailing comment aside), else the one line of the file that does; None when the
+    code has changed."""
+    def code(text):
+        return text.split('//')[0].rstrip()
+    before = code(row['before'])
+    n = row['line']
+    if n < len(lines) and code(lines[n]) == before:
+        return n
+    found = [i for i, text in enumerate(lines) if code(text) == before]
+    return found[0] if len(found) == 1 else None
+
+
+def rerun_survivors(timeout):
+    """Applies every survivor of results.jsonl again and records whether it is killed now."""
+    rows = [json.loads(l) for l in open(RESULTS) if json.loads(l)['outcome'] == 'survived']
+    targets = {}
+    with open(RERUN, 'a') as results:
+        for row in rows:
+            path, module = row['file'], row['module']
+            full = os.path.join(SRC, path)
+            pristine = open(full).read()
+            lines = pristine.split('\n')
+            n = find_line(lines, row)
+            started = time.time()
+            if n is None:
+                outcome = 'code-changed'
+            else:
+                lines[n] = row['after']
+                open(full, 'w').write('\n'.join(lines))
+                if module not in targets:
+                    targets[module] = module_targets(module)
+                try:
+                    build = run(['cmake', '--build', TREE, '-j', str(os.cpu_count() or 2),
+                                 '--target'] + targets[module], timeout=timeout)
+                    if build.returncode != 0:
+                        outcome = 'no-compile'
+                    else:
+                        test = run(['ctest', '--test-dir', TREE, '-L', '^' + module + '$',
+                                    '-j', str(os.cpu_count() or 2), '--stop-on-failure',
+                                    '--timeout', str(timeout)], timeout=timeout)
+                        outcome = 'killed' if test.returncode != 0 else 'survived'
+                except subprocess.TimeoutExpired:
+                    outcome = 'timeout'
+                open(full, 'w').write(pristine)
+            result = dict(row, outcome=outcome, sanitized=TREE.endswith('-asan'),
+                          seconds=round(time.time() - started, 1))
+            results.write(json.dumps(result) + '\n')
+            results.flush()
+            print('%-12s %s:%d %s: %s  ->  %s' % (outcome, path, row['line'] + 1,
+                                                  row['operator'], row['before'].strip(),
+                                                  row['after'].strip()), flush=True)
+    run(['cmake', '--build', TREE, '-j', str(os.cpu_count() or 2)])
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__.split('\n')[0])
     parser.add_argument('--seed', type=int, default=2026)
@@ -270,11 +334,24 @@ def main():
                         help='run only the sampled mutants of these modules, appending their '
                              'results (the sample stays the one of --modules)')
     parser.add_argument('--report', action='store_true')
+    parser.add_argument('--rerun-survivors', action='store_true',
+                        help='apply the recorded survivors again and record whether the tests '
+                             'kill them now (build/mutate/rerun.jsonl)')
+    parser.add_argument('--sanitize', action='store_true',
+                        help='with --rerun-survivors: build under AddressSanitizer and '
+                             'UndefinedBehaviorSanitizer (build/mutate/tree-asan)')
     args = parser.parse_args()
     if args.report:
         report()
         return
     os.makedirs(WORK, exist_ok=True)
+    if args.rerun_survivors:
+        global TREE
+        if args.sanitize:
+            TREE = TREE + '-asan'
+        prepare(args.sanitize)
+        rerun_survivors(args.timeout)
+        return
     prepare()
     chosen = args.modules.split(',')
     mutants = sample(args.seed, args.count, chosen)

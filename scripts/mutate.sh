@@ -4,7 +4,7 @@
 # changes to the sources, one at a time, each built and run against its module's tests. Takes
 # about an hour for the default sample of 200 mutants on two cores; not part of the test command.
 # Usage: scripts/mutate.sh [--seed N] [--count N] [--timeout SECONDS] [--modules a,b]
-#                          [--only a,b] [--report]
+#                          [--only a,b] [--report] [--rerun-survivors [--sanitize]]
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 . "$root/scripts/deps.sh"

@@ -108,6 +108,36 @@ TEST(CoreStringToInt32, TextOver999CharactersIsAConversionError) {
     EXPECT_EQ(u, 9u);
 }
 
+// The longest texts that begin with the point: the copy handed to the C library gains a "0" in
+// front of the point (behind a "-"), and still fits with its terminator.
+TEST(CoreStringToInt32, LongestTextBeginningWithThePointGainsALeadingZero) {
+    const std::string minusPoint = "-," + std::string(996, '0') + "7";
+    ASSERT_EQ(minusPoint.size(), 999u);
+    int32_t value = 9;
+    EXPECT_EQ(CONV_StringToInt32(&value, minusPoint.c_str(), CONV_NUM_DECIMAL_POINT, ','),
+              CONV_WARN_TRUNCATION);
+    EXPECT_EQ(value, 0);
+    const std::string point = "," + std::string(997, '0') + "7";
+    ASSERT_EQ(point.size(), 999u);
+    uint32_t u = 9;
+    EXPECT_EQ(CONV_StringToUInt32(&u, point.c_str(), CONV_NUM_DECIMAL_POINT, ','),
+              CONV_WARN_TRUNCATION);
+    EXPECT_EQ(u, 0u);
+}
+
+// The longest text with the point and exponent letter that the direct reading rewrites ("," and
+// "d" become "." and "e" in a copy of the number).
+TEST(CoreStringToDouble, LongestTextWithCommaAndDExponentIsReadWhole) {
+    const std::string text = "1," + std::string(993, '0') + "d+02";
+    ASSERT_EQ(text.size(), 999u);
+    double value = 0;
+    EXPECT_EQ(CONV_StringToDouble(&value, text.c_str(),
+                                  CONV_NUM_DECIMAL_POINT | CONV_NUM_EXPONENT | CONV_NUM_D_EXPONENT,
+                                  ','),
+              CONV_OK);
+    EXPECT_EQ(value, 100.0);
+}
+
 TEST(CoreStringToInt32, ClearsErrnoOnSuccess) {
     errno = EDOM;
     int32_t value = 0;

@@ -444,4 +444,33 @@ TEST(DecimalToDouble, GeneratedValuesAgreeWithStrtod) {
     }
 }
 
+// A negative value whose text is a point and zeros ("-.0") keeps only "-" after its fraction's
+// zeros and the point go: that is read as "0", so even the unsigned targets take it.
+TEST(DecimalToInteger, NegativeZeroFractionWithoutIntegerDigitIsZero) {
+    uint8_t value[4];
+    uint32_t precision = 0;
+    uint32_t scale = 0;
+    ASSERT_EQ(CONV_StringToDecimal(value, "-.0", sizeof value, &precision, &scale,
+                                   CONV_NUM_DECIMAL_POINT, '.'),
+              CONV_OK);
+    char text[16];
+    uint32_t length = 0;
+    ASSERT_EQ(CONV_DecimalToString(text, value, sizeof text, precision, scale, '.',
+                                   CONV_DECIMAL_PACKED, &length),
+              CONV_OK);
+    ASSERT_STREQ(text, "-.0");
+    uint32_t u32 = 7;
+    EXPECT_EQ(CONV_DecimalToUInt32(&u32, value, precision, scale, CONV_DECIMAL_PACKED), CONV_OK);
+    EXPECT_EQ(u32, 0u);
+    uint16_t u16 = 7;
+    EXPECT_EQ(CONV_DecimalToUInt16(&u16, value, precision, scale, CONV_DECIMAL_PACKED), CONV_OK);
+    EXPECT_EQ(u16, 0u);
+    uint8_t u8 = 7;
+    EXPECT_EQ(CONV_DecimalToUInt8(&u8, value, precision, scale, CONV_DECIMAL_PACKED), CONV_OK);
+    EXPECT_EQ(u8, 0u);
+    int32_t i32 = 7;
+    EXPECT_EQ(CONV_DecimalToInt32(&i32, value, precision, scale, CONV_DECIMAL_PACKED), CONV_OK);
+    EXPECT_EQ(i32, 0);
+}
+
 }  // namespace

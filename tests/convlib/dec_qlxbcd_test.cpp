@@ -129,6 +129,13 @@ TEST(StringToQLXBCD, LimitsOfTheHeaderBytes) {
     EXPECT_EQ(Encode(std::string(1000, '0').c_str()).status, CONV_ERR_NOT_A_NUMBER);
 }
 
+// The longest text, every character a significant digit: all 999 digits are read (into work
+// space of their own) before the count is found to be over 255.
+TEST(StringToQLXBCD, LongestTextOfSignificantDigitsIsNoNumber) {
+    EXPECT_EQ(Encode(std::string(999, '9').c_str()).status, CONV_ERR_NOT_A_NUMBER);
+    EXPECT_EQ(Encode(("-" + std::string(998, '1')).c_str()).status, CONV_ERR_NOT_A_NUMBER);
+}
+
 TEST(QLXBCDToString, Examples) {
     EXPECT_EQ(Decode({3, 1, 0x12, 0x3C}).text, "12.3");
     EXPECT_EQ(Decode({2, 1, 0x01, 0x5D}).text, "-1.5");

@@ -706,4 +706,40 @@ TEST(CalcDateTimeLength, FailuresStoreZero) {
     EXPECT_EQ(length, 0u);
 }
 
+// Every value of each plain number field against the C library's decimal text of the value:
+// written whole, in a zero-filled field of two places and in a field of one place (a field
+// keeps the left part of a longer value).
+TEST(DateTimeToString, EveryValueOfThePlainNumberFieldsAgreesWithSnprintf) {
+    struct Field {
+        char letter;
+        int16_t CONV_DateTime::*member;
+        int low;
+        int high;
+    };
+    const Field fields[] = {{'D', &CONV_DateTime::day, 1, 31},
+                            {'M', &CONV_DateTime::month, 1, 12},
+                            {'H', &CONV_DateTime::hour, 0, 23},
+                            {'I', &CONV_DateTime::minute, 0, 59},
+                            {'S', &CONV_DateTime::second, 0, 59},
+                            {'Z', &CONV_DateTime::year, 0, 2100}};
+    for (const Field &f : fields) {
+        for (int value = f.low; value <= f.high; ++value) {
+            CONV_DateTime record = Sample();
+            record.*f.member = static_cast<int16_t>(value);
+            char whole[16];
+            char padded[16];
+            snprintf(whole, sizeof whole, "%d", value);
+            snprintf(padded, sizeof padded, "%02d", value);
+            const std::string plain = std::string("%") + f.letter;
+            const std::string zeros = std::string("%02") + f.letter;
+            const std::string cut = std::string("%1") + f.letter;
+            EXPECT_EQ(Format(record, plain.c_str()).text, whole) << plain << " " << value;
+            EXPECT_EQ(Format(record, zeros.c_str()).text, std::string(padded, 2))
+                << zeros << " " << value;
+            EXPECT_EQ(Format(record, cut.c_str()).text, std::string(whole, 1))
+                << cut << " " << value;
+        }
+    }
+}
+
 }  // namespace

@@ -631,4 +631,16 @@ TEST(DateTimeRoundTrip, NumericFormatsGiveBackTheSameFields) {
     }
 }
 
+// A name field reads names only: digits where a name should stand are a mismatch, also for
+// the fields whose member a number field shares (V and W with M, T and U with the day of week).
+TEST(StringToDateTime, NameFieldsDoNotReadDigits) {
+    const dt_test::EraNames names;
+    for (const char *format : {"%T", "%U", "%V", "%W", "%Q", "%E"}) {
+        const Parsed p = Parse("3", format, CONV_DT_UNSET, 0, names.get());
+        EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH) << format;
+        EXPECT_EQ(p.failed, static_cast<uint16_t>(std::string("DFHIMPQSTUVWYZEJ").find(format[1])))
+            << format;
+    }
+}
+
 }  // namespace

@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include <nlssupport/glib.h>
@@ -156,6 +157,26 @@ TEST(GlibSnprintfInteger, PrecisionWidthAndFlags) {
     EXPECT_NARROW(kBig, 10, "2147483647", "%i", INT_MAX);
     EXPECT_NARROW(kBig, 10, "4294967295", "%u", -1);
     EXPECT_NARROW(kBig, 5, "-0005", "%.4d", -5);
+}
+
+// The digit count changes at every power of ten: each side of each one, signed and unsigned,
+// against the C library.
+TEST(GlibSnprintfInteger, DigitCountAtEveryPowerOfTen) {
+    char expected[32];
+    for (uint64_t power = 1; power <= 1000000000u; power *= 10) {
+        for (const uint64_t value : {power - 1, power, power + 1}) {
+            const auto u = static_cast<uint32_t>(value);
+            std::snprintf(expected, sizeof expected, "%u", u);
+            EXPECT_NARROW(kBig, static_cast<int>(std::strlen(expected)), expected, "%u", u);
+            const auto d = static_cast<int32_t>(value);
+            std::snprintf(expected, sizeof expected, "%d", d);
+            EXPECT_NARROW(kBig, static_cast<int>(std::strlen(expected)), expected, "%d", d);
+            std::snprintf(expected, sizeof expected, "%d", -d);
+            EXPECT_NARROW(kBig, static_cast<int>(std::strlen(expected)), expected, "%d", -d);
+        }
+    }
+    EXPECT_NARROW(kBig, 10, "4294967295", "%u", 4294967295u);
+    EXPECT_NARROW(kBig, 11, "-2147483648", "%d", INT32_MIN);
 }
 
 TEST(GlibSnprintfInteger, HexadecimalAndPrefix) {

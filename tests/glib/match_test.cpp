@@ -186,6 +186,36 @@ TEST(GlibMatchEx, DefaultWildcardsBehaveLikeThePlainMatcher) {
     EXPECT_EQ(GLIB_ValueMatchesPatternEx("%_", "", set, 0), 0);
 }
 
+// Control characters are characters like any other: behind the escape, as wildcards, and a
+// trailing run of any-run wildcards made of the character 1 still matches nothing at the end.
+TEST(GlibMatch, EscapedCharacterOneMatchesItself) {
+    EXPECT_EQ(GLIB_ValueMatchesPattern("\\\x01", "\x01"), 1);
+    EXPECT_EQ(GLIB_ValueMatchesPattern("\\\x01", "\x02"), 0);
+    EXPECT_EQ(GLIB_ValueMatchesPatternW(glibtest::W(u"\\\x0001").data(),
+                                        glibtest::W(u"\x0001").data()),
+              1);
+}
+
+TEST(GlibMatchEx, ControlCharactersServeAsWildcards) {
+    const char set[] = {'\x01', '\x02', '\x03'};
+    EXPECT_EQ(GLIB_ValueMatchesPatternEx("a\x01", "a", set, 0), 1);
+    EXPECT_EQ(GLIB_ValueMatchesPatternEx("a\x01\x01", "abc", set, 0), 1);
+    EXPECT_EQ(GLIB_ValueMatchesPatternEx("a\x02", "ab", set, 0), 1);
+    EXPECT_EQ(GLIB_ValueMatchesPatternEx("a\x02", "a", set, 0), 0);
+    EXPECT_EQ(GLIB_ValueMatchesPatternEx("\x03\x01", "\x01", set, 0), 1);
+    EXPECT_EQ(GLIB_ValueMatchesPatternEx("\x03\x01", "x", set, 0), 0);
+}
+
+// A 0 any-run character can never be met inside a pattern, whose end is its first 0: the
+// pattern is then matched with the other two wildcards only.
+TEST(GlibMatchEx, ZeroAnyRunCharacterIsNeverMet) {
+    const char set[] = {'\0', '?', '!'};
+    EXPECT_EQ(GLIB_ValueMatchesPatternEx("a", "a", set, 0), 1);
+    EXPECT_EQ(GLIB_ValueMatchesPatternEx("a?", "ab", set, 0), 1);
+    EXPECT_EQ(GLIB_ValueMatchesPatternEx("a", "ab", set, 0), 0);
+    EXPECT_EQ(GLIB_ValueMatchesPatternEx("", "", set, 0), 1);
+}
+
 TEST(GlibMatchExhaustive, PlainAndWideAgreeWithRecursiveDefinition) {
     const auto patterns = AllStrings("ab%_\\", 5);
     const auto values = AllStrings("ab%_\\", 5);

@@ -174,6 +174,20 @@ TEST(GlibStrCase, FoldsAsciiBytesOnlyInPlace) {
     EXPECT_STREQ(s, "AZ[@`{\xE9\xC9 09");
 }
 
+// Only the 0 unit ends the text: a unit or byte of value 1 is folded past like any other.
+TEST(GlibCase, ControlCharacterOneDoesNotEndTheText) {
+    auto wide = W(u"a\x0001b");
+    EXPECT_EQ(GLIB_wcsupr(wide.data()), wide.data());
+    EXPECT_EQ(U16(wide.data()), u"A\x0001B");
+    EXPECT_EQ(GLIB_wcslwr(wide.data()), wide.data());
+    EXPECT_EQ(U16(wide.data()), u"a\x0001b");
+    char narrow[] = "a\x01" "b";
+    EXPECT_EQ(GLIB_strupr(narrow), narrow);
+    EXPECT_STREQ(narrow, "A\x01" "B");
+    EXPECT_EQ(GLIB_strlwr(narrow), narrow);
+    EXPECT_STREQ(narrow, "a\x01" "b");
+}
+
 TEST(GlibStrwcscpy, HighBytesBecomeQuestionMarks) {
     auto dst = Filled(8);
     EXPECT_EQ(GLIB_strwcscpy(dst.data(), "a\xE9\x7F\x80z"), dst.data());

@@ -7,6 +7,10 @@ endif()
 if(NLS_SANITIZE)
   string(APPEND NLS_CONSUMER_FLAGS " -fsanitize=address,undefined")
 endif()
+# The installed static library of a coverage build calls the gcov runtime.
+if(NLS_COVERAGE)
+  string(APPEND NLS_CONSUMER_FLAGS " --coverage")
+endif()
 string(STRIP "${NLS_CONSUMER_FLAGS}" NLS_CONSUMER_FLAGS)
 add_test(NAME Install.CMakePackageAndPkgConfigServeCAndCxxConsumers
          COMMAND ${CMAKE_CURRENT_LIST_DIR}/install_test.sh ${CMAKE_BINARY_DIR}
