@@ -631,14 +631,17 @@ TEST(DateTimeRoundTrip, NumericFormatsGiveBackTheSameFields) {
     }
 }
 
-// A name field reads names only: digits where a name should stand are a mismatch, also for
-// the fields whose member a number field shares (V and W with M, T and U with the day of week).
+// A name field reads names only: digits where a name should stand are a mismatch, with or
+// without a width, also for the fields whose member a number field shares (V and W with M, T
+// and U with the day of week).
 TEST(StringToDateTime, NameFieldsDoNotReadDigits) {
     const dt_test::EraNames names;
-    for (const char *format : {"%T", "%U", "%V", "%W", "%Q", "%E"}) {
-        const Parsed p = Parse("3", format, CONV_DT_UNSET, 0, names.get());
+    for (const char *format : {"%T", "%U", "%V", "%W", "%Q", "%E", "%1T", "%1U", "%1V", "%1W",
+                               "%1Q", "%1E", "%02V", "%-2T"}) {
+        const Parsed p = Parse("31", format, CONV_DT_UNSET, 0, names.get());
         EXPECT_EQ(p.status, CONV_ERR_SCAN_MISMATCH) << format;
-        EXPECT_EQ(p.failed, static_cast<uint16_t>(std::string("DFHIMPQSTUVWYZEJ").find(format[1])))
+        const char letter = format[strlen(format) - 1];
+        EXPECT_EQ(p.failed, static_cast<uint16_t>(std::string("DFHIMPQSTUVWYZEJ").find(letter)))
             << format;
     }
 }

@@ -7,9 +7,10 @@
 // call must be equal.
 //
 // Usage: nls_diff [--scale=<factor>] [--seed=<n>] [group...]
-//   groups: double int utf8 match (all when none is named)
+//   groups: double int utf8 match decimal (all when none is named)
 // The default counts are 12 million texts for the double conversion, 4 million for the integer
-// conversions, 3 million strings for the UTF-8 encoders and 4 million pattern/value pairs;
+// conversions, 3 million strings for the UTF-8 encoders, 4 million pattern/value pairs and 3
+// million texts and values for the decimal and self-describing decimal conversions;
 // --scale multiplies them. A locale with "," as its decimal point (de_DE.UTF-8, found through
 // LOCPATH as nls_diff.sh generates it) is used for part of the number texts when it can be set.
 // Exit status 0 when everything agreed, 1 on the first difference (printed with its input).
@@ -48,6 +49,16 @@ uint32_t nlsref_CONV_WCharStrToUTF8(const int32_t *, int32_t, char *, uint32_t,
 int nlsref_GLIB_ValueMatchesPattern(const char *, const char *) noexcept;
 int nlsref_GLIB_ValueMatchesPatternW(const GLIB_WChar *, const GLIB_WChar *) noexcept;
 int nlsref_GLIB_ValueMatchesPatternEx(const char *, const char *, const char *, uint32_t) noexcept;
+uint32_t nlsref_CONV_StringToQLXBCD(uint8_t *, const char *) noexcept;
+uint32_t nlsref_CONV_QLXBCDToString(char *, const uint8_t *) noexcept;
+uint32_t nlsref_CONV_StringToDecimal(uint8_t *, const char *, uint32_t, uint32_t *, uint32_t *,
+                                     uint32_t, char) noexcept;
+uint32_t nlsref_CONV_DecimalToString(char *, const uint8_t *, uint32_t, uint32_t, uint32_t, char,
+                                     uint32_t, uint32_t *) noexcept;
+uint32_t nlsref_CONV_DecimalToInt32(int32_t *, const uint8_t *, uint32_t, uint32_t,
+                                    uint32_t) noexcept;
+uint32_t nlsref_CONV_DecimalToUInt32(uint32_t *, const uint8_t *, uint32_t, uint32_t,
+                                     uint32_t) noexcept;
 }
 
 namespace {
@@ -804,6 +815,192 @@ uint64_t RunMatch(uint64_t count, uint64_t seed) {
 
 }  // namespace
 
+
+// ---------------------------------------------------------------------------------------------
+// Decimal values: number text to the packed and the self-describing layouts and back, decimal
+// values (valid and damaged) to text at every size, and to the 32-bit integers.
+
+// A number text as the decimal readers meet it: blanks, a sign, digits with zeros in runs, a
+// point ("." or ","), sometimes an exponent or a stray character; now and then very long.
+std::string DecimalText(Random &rng, char point) {
+    std::string text;
+    if (rng.OneIn(8)) {
+        text.append(1 + rng.Below(2), ' ');
+    }
+    if (rng.OneIn(3)) {
+        text += rng.OneIn(6) ? '+' : '-';
+    }
+    const uint32_t longest = rng.OneIn(20) ? 1000 : 14;
+    const uint32_t integers = rng.Below(longest);
+    for (uint32_t k = 0; k < integers; ++k) {
+        text += rng.OneIn(3) ? '0' : static_cast<char>('0' + rng.Below(10));
+    }
+    if (rng.OneIn(2)) {
+        text += rng.OneIn(10) ? rng.Pick(".,") : point;
+        const uint32_t fraction = rng.Below(longest);
+        for (uint32_t k = 0; k < fraction; ++k) {
+            text += rng.OneIn(3) ? '0' : static_cast<char>('0' + rng.Below(10));
+        }
+    }
+    if (rng.OneIn(20)) {
+        text += rng.Pick("eE");
+        text += std::to_string(static_cast<int>(rng.Below(80)) - 40);
+    }
+    if (rng.OneIn(40) && !text.empty()) {
+        text[rng.Below(static_cast<uint32_t>(text.size()))] = rng.Pick("x-+. ");
+    }
+    return text;
+}
+
+// Compares two output areas and reports the first difference.
+void CompareBytes(const char *what, const std::string &input, uint32_t statusA, uint32_t statusB,
+                  const void *a, const void *b, size_t size) {
+    if (statusA != statusB || std::memcmp(a, b, size) != 0) {
+        char buf[64];
+        std::snprintf(buf, sizeof buf, " (status %u/%u)", statusA, statusB);
+        Differ(what, input + buf);
+    }
+}
+
+uint64_t RunDecimal(uint64_t count, uint64_t seed) {
+    Random rng(seed);
+    constexpr size_t kValueBytes = 600;
+    constexpr size_t kTextBytes = 1200;
+    std::vector<uint8_t> valueA(kValueBytes);
+    std::vector<uint8_t> valueB(kValueBytes);
+    std::vector<char> textA(kTextBytes);
+    std::vector<char> textB(kTextBytes);
+    uint64_t cases = 0;
+    for (uint64_t i = 0; i < count; ++i) {
+        const char point = rng.OneIn(2) ? '.' : ',';
+        const std::string text = DecimalText(rng, point);
+        const std::string shown = "text " + Shown(text.c_str());
+
+        // Text to the self-describing layout and back.
+        std::fill(valueA.begin(), valueA.end(), 0xA5);
+        std::fill(valueB.begin(), valueB.end(), 0xA5);
+        const uint32_t qa = CONV_StringToQLXBCD(valueA.data(), text.c_str());
+        const uint32_t qb = nlsref_CONV_StringToQLXBCD(valueB.data(), text.c_str());
+        CompareBytes("CONV_StringToQLXBCD", shown, qa, qb, valueA.data(), valueB.data(),
+                     kValueBytes);
+        if (qa == CONV_OK) {
+            std::fill(textA.begin(), textA.end(), 'Z');
+            std::fill(textB.begin(), textB.end(), 'Z');
+            CompareBytes("CONV_QLXBCDToString", shown, CONV_QLXBCDToString(textA.data(),
+                                                                           valueA.data()),
+                         nlsref_CONV_QLXBCDToString(textB.data(), valueB.data()), textA.data(),
+                         textB.data(), kTextBytes);
+        }
+
+        // Text to a packed decimal at a random size.
+        const uint32_t size = rng.OneIn(10) ? rng.Below(520) : rng.Below(12);
+        const uint32_t flags = NumberFlags(i, rng);
+        std::fill(valueA.begin(), valueA.end(), 0xA5);
+        std::fill(valueB.begin(), valueB.end(), 0xA5);
+        uint32_t precisionA = 777;
+        uint32_t precisionB = 777;
+        uint32_t scaleA = 777;
+        uint32_t scaleB = 777;
+        SetNumericLocale(false);
+        const uint32_t da = CONV_StringToDecimal(valueA.data(), text.c_str(), size, &precisionA,
+                                                 &scaleA, flags, point);
+        const uint32_t db = nlsref_CONV_StringToDecimal(valueB.data(), text.c_str(), size,
+                                                        &precisionB, &scaleB, flags, point);
+        CompareBytes("CONV_StringToDecimal", shown, da, db, valueA.data(), valueB.data(),
+                     kValueBytes);
+        if (precisionA != precisionB || scaleA != scaleB) {
+            Differ("CONV_StringToDecimal precision or scale", shown);
+        }
+
+        // A decimal value (the one just read, or random digits, sometimes damaged) to text at
+        // a random size, and to the 32-bit integers.
+        uint32_t precision = precisionA;
+        uint32_t scale = scaleA;
+        uint32_t layout = CONV_DECIMAL_PACKED;
+        if (da != CONV_OK || rng.OneIn(3)) {
+            layout = rng.OneIn(2) ? CONV_DECIMAL_PACKED : CONV_DECIMAL_UNPACKED;
+            // Long values too, as long as their bytes stay inside the value area.
+            precision = rng.OneIn(10) ? rng.Below(layout == CONV_DECIMAL_PACKED ? 1100 : 600)
+                                      : rng.Below(20);
+            scale = rng.OneIn(4) ? rng.Below(precision + 3) : rng.Below(precision + 1);
+            for (size_t k = 0; k < kValueBytes; ++k) {
+                const uint8_t digits = static_cast<uint8_t>(rng.Below(10) << 4 | rng.Below(10));
+                valueA[k] = rng.OneIn(200) ? static_cast<uint8_t>(rng.Below(256))
+                            : layout == CONV_DECIMAL_PACKED ? digits
+                                                            : static_cast<uint8_t>(digits & 0x0F);
+            }
+            const size_t signAt = layout == CONV_DECIMAL_PACKED ? precision / 2
+                                                                : (precision > 0 ? precision - 1
+                                                                                 : 0);
+            if (signAt < kValueBytes && !rng.OneIn(20)) {
+                const uint8_t sign = rng.OneIn(2) ? CONV_DECIMAL_MINUS : CONV_DECIMAL_PLUS;
+                valueA[signAt] = layout == CONV_DECIMAL_PACKED
+                                     ? static_cast<uint8_t>((valueA[signAt] & 0xF0) | sign)
+                                     : static_cast<uint8_t>(valueA[signAt] | sign << 4);
+            }
+        }
+        const uint32_t textSize = rng.OneIn(10) ? rng.Below(1100) : rng.Below(24);
+        std::fill(textA.begin(), textA.end(), 'Z');
+        std::fill(textB.begin(), textB.end(), 'Z');
+        uint32_t lengthA = 777;
+        uint32_t lengthB = 777;
+        char buf[96];
+        std::snprintf(buf, sizeof buf, " precision %u scale %u layout %u size %u", precision,
+                      scale, layout, textSize);
+        const std::string valueShown = shown + buf;
+        CompareBytes("CONV_DecimalToString", valueShown,
+                     CONV_DecimalToString(textA.data(), valueA.data(), textSize, precision, scale,
+                                          point, layout, &lengthA),
+                     nlsref_CONV_DecimalToString(textB.data(), valueA.data(), textSize, precision,
+                                                 scale, point, layout, &lengthB),
+                     textA.data(), textB.data(), kTextBytes);
+        if (lengthA != lengthB) {
+            Differ("CONV_DecimalToString length", valueShown);
+        }
+        if (precision < 40) {
+            int32_t ia = 7;
+            int32_t ib = 7;
+            CompareBytes("CONV_DecimalToInt32", valueShown,
+                         CONV_DecimalToInt32(&ia, valueA.data(), precision, scale, layout),
+                         nlsref_CONV_DecimalToInt32(&ib, valueA.data(), precision, scale, layout),
+                         &ia, &ib, sizeof ia);
+            uint32_t ua = 7;
+            uint32_t ub = 7;
+            CompareBytes("CONV_DecimalToUInt32", valueShown,
+                         CONV_DecimalToUInt32(&ua, valueA.data(), precision, scale, layout),
+                         nlsref_CONV_DecimalToUInt32(&ub, valueA.data(), precision, scale, layout),
+                         &ua, &ub, sizeof ua);
+        }
+
+        // Arbitrary bytes in the self-describing layout.
+        if (rng.OneIn(4)) {
+            for (size_t k = 0; k < 140; ++k) {
+                valueA[k] = static_cast<uint8_t>(rng.Below(256));
+            }
+            if (!rng.OneIn(8)) {
+                const size_t last = 2 + valueA[0] / 2u;
+                valueA[last] = static_cast<uint8_t>((valueA[last] & 0xF0) |
+                                                    (rng.OneIn(2) ? CONV_DECIMAL_MINUS
+                                                                  : CONV_DECIMAL_PLUS));
+                for (size_t k = 2; k <= last; ++k) {
+                    const uint8_t high = valueA[k] >> 4;
+                    if (high > 9) {
+                        valueA[k] = static_cast<uint8_t>((high - 10) << 4 | (valueA[k] & 0x0F));
+                    }
+                }
+            }
+            std::fill(textA.begin(), textA.end(), 'Z');
+            std::fill(textB.begin(), textB.end(), 'Z');
+            CompareBytes("CONV_QLXBCDToString (arbitrary bytes)", valueShown,
+                         CONV_QLXBCDToString(textA.data(), valueA.data()),
+                         nlsref_CONV_QLXBCDToString(textB.data(), valueA.data()), textA.data(),
+                         textB.data(), kTextBytes);
+        }
+        ++cases;
+    }
+    return cases;
+}
+
 int main(int argc, char **argv) {
     double scale = 1.0;
     uint64_t seed = 20261121;
@@ -861,6 +1058,13 @@ int main(int argc, char **argv) {
         std::printf(
             "match: %llu pattern/value pairs equal (GLIB_ValueMatchesPattern, ...W, "
             "...Ex)\n",
+            static_cast<unsigned long long>(n));
+    }
+    if (wanted("decimal")) {
+        const uint64_t n = RunDecimal(scaled(3e6), seed + 4);
+        std::printf(
+            "decimal: %llu texts and values equal (CONV_StringToQLXBCD, CONV_QLXBCDToString, "
+            "CONV_StringToDecimal, CONV_DecimalToString, CONV_DecimalToInt32, ...UInt32)\n",
             static_cast<unsigned long long>(n));
     }
     std::fflush(stdout);
