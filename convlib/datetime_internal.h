@@ -105,6 +105,27 @@ constexpr int32_t LetterIndex(char c) {
     return static_cast<int32_t>(kLetterTable.index[static_cast<unsigned char>(c)]);
 }
 
+// The fields of the usual numeric date and time texts: "%02" with a letter whose values have
+// at most two digits (D H I M S), and "%04Z". For the "%" at p, returns the letter's index, or
+// -1 for every other field, which CONV_CheckField reads. p[3] is read only behind a digit, so
+// never past the terminator.
+[[gnu::always_inline]] inline int32_t CommonNumberField(const char *p) noexcept {
+    if (p[1] != '0') {
+        return -1;
+    }
+    if (p[2] == '2') {
+        constexpr uint32_t kTwoDigitLetters = 1u << CONV_FIELD_D | 1u << CONV_FIELD_H |
+                                              1u << CONV_FIELD_I | 1u << CONV_FIELD_M |
+                                              1u << CONV_FIELD_S;
+        const int32_t letter = LetterIndex(p[3]);
+        return letter >= 0 && (kTwoDigitLetters >> letter & 1u) != 0 ? letter : -1;
+    }
+    return p[2] == '4' && p[3] == 'Z' ? CONV_FIELD_Z : -1;
+}
+
+// The length of the format text of a field that CommonNumberField recognised.
+inline constexpr int32_t kCommonFieldLength = 4;
+
 // Reads up to three digits at *position (the digit reader of the field syntax). Returns -1 and
 // changes nothing when the first character is no digit; otherwise moves *position past the
 // digits, adds their number to *count and returns their value in base ten.
