@@ -167,6 +167,60 @@ bool PutNumberDirect(char **position, int32_t *room, int32_t value,
     return true;
 }
 
+// A field of a letter alone ("%Z", "%T", ...), written in the main loop in the common cases: a
+// number whose value is in range and fits the room (as PutNumberDirect writes it without a
+// width), or a name of T, U, V or W whose value is in range and whose text is the default one
+// (no names record, or a null slot), copied up to its terminator or the end of the room as
+// FormatField copies a name without a width, with *status CONV_OK or CONV_ERR_TARGET_TOO_SMALL.
+// Returns false, writing nothing, for every other case. format[1] is read behind the "%", so
+// never past the terminator.
+[[gnu::always_inline]] inline bool PutLetterField(char **position, int32_t *room,
+                                                  const char *format, const CONV_DateTime &record,
+                                                  const char *const *names, int32_t *letter,
+                                                  uint32_t *status) {
+    constexpr uint32_t kNameLetters = 1u << CONV_FIELD_T | 1u << CONV_FIELD_U |
+                                      1u << CONV_FIELD_V | 1u << CONV_FIELD_W;
+    const int32_t l = conv::LetterIndex(format[1]);
+    if (l < 0) {
+        return false;
+    }
+    if (IsNumberLetter(l)) {
+        constexpr CONV_FieldDescriptor kLetterAlone = {0, conv::kNotGiven, 0, 2, conv::kNotGiven};
+        int32_t value = 0;
+        if (NumberValue(l, record, &value) != CONV_OK ||
+            !PutNumberDirect(position, room, value, kLetterAlone)) {
+            return false;
+        }
+        *letter = l;
+        *status = CONV_OK;
+        return true;
+    }
+    if ((kNameLetters >> l & 1u) == 0) {
+        return false;
+    }
+    const conv::FieldRule &rule = conv::kFieldRules[l];
+    const int32_t value = record.*rule.member;
+    if (!conv::InRange(l, value)) {
+        return false;
+    }
+    const int32_t index = value - rule.low;
+    if (names != nullptr && names[rule.firstName + index] != nullptr) {
+        return false;
+    }
+    const char *name = rule.defaults[index];
+    char *out = *position;
+    int32_t left = *room;
+    while (*name != '\0' && left > 0) {
+        *out++ = *name++;
+        --left;
+    }
+    *position = out;
+    *room = left;
+    *letter = l;
+    *status = *name == '\0' ? CONV_OK : CONV_ERR_TARGET_TOO_SMALL;
+    return true;
+}
+
 // Names slot `slot` of the caller's record, or the default text when the record or the slot is
 // null.
 const char *NameOrDefault(const char *const *names, int32_t slot, const char *fallback) {
@@ -471,6 +525,17 @@ extern "C" uint32_t CONV_DateTimeToString(char *target, CONV_DateTime *record, i
             if (common >= 0 && PutCommonField(&out, &room, common, *values)) {
                 ++*fieldCount;
                 fmt += conv::kCommonFieldLength;
+                continue;
+            }
+            uint32_t status = CONV_OK;
+            if (PutLetterField(&out, &room, fmt, *values, names, &letter, &status)) {
+                ++*fieldCount;
+                fmt += 2;  // "%" and the letter
+                if (status != CONV_OK) {
+                    *out = '\0';
+                    *failedField = static_cast<uint16_t>(letter);
+                    return status;
+                }
                 continue;
             }
             letter = conv::CONV_CheckField(&fmt, &field);
