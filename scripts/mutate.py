@@ -35,6 +35,7 @@ import os
 import random
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import time
@@ -209,8 +210,20 @@ def apply(site):
 
 
 def run(cmd, timeout=None, **kw):
-    return subprocess.run(cmd, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
-                          timeout=timeout, **kw)
+    """Runs cmd in a process group of its own; on a timeout the whole group is killed (a test
+    that hangs would otherwise outlive ctest) and TimeoutExpired raised."""
+    check = kw.pop('check', False)
+    process = subprocess.Popen(cmd, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+                               start_new_session=True, **kw)
+    try:
+        out, _ = process.communicate(timeout=timeout)
+    except subprocess.TimeoutExpired:
+        os.killpg(process.pid, signal.SIGKILL)
+        process.communicate()
+        raise
+    if check and process.returncode != 0:
+        raise subprocess.CalledProcessError(process.returncode, cmd, out)
+    return subprocess.CompletedProcess(cmd, process.returncode, out)
 
 
 def prepare(sanitize=False):
@@ -266,6 +279,33 @@ def report():
         if r['outcome'] == 'survived':
             print('survived: %s:%d %s: %s  ->  %s' % (r['file'], r['line'] + 1, r['operator'],
                                                      r['before'].strip(), r['after'].strip()))
+    if not os.path.exists(RERUN):
+        return
+    # The survivors' fates in the reruns (--rerun-survivors, with and without --sanitize).
+    fates = {}
+    for r in (json.loads(l) for l in open(RERUN)):
+        key = (r['file'], r['line'], r['before'], r['after'])
+        fate = fates.setdefault(key, set())
+        if r['outcome'] in ('killed', 'timeout'):
+            fate.add('sanitized' if r.get('sanitized') else 'plain')
+        elif r['outcome'] == 'code-changed':
+            fate.add('code-changed')
+    survivors = [r for r in rows if r['outcome'] == 'survived']
+    plain = sanitized = 0
+    left = []
+    for r in survivors:
+        fate = fates.get((r['file'], r['line'], r['before'], r['after']), set())
+        if 'plain' in fate:
+            plain += 1
+        elif 'sanitized' in fate:
+            sanitized += 1
+        else:
+            left.append(r)
+    print('reruns of the %d survivors: %d killed by the tests, %d more only under the '
+          'sanitizers, %d not killed' % (len(survivors), plain, sanitized, len(left)))
+    for r in left:
+        print('not killed: %s:%d %s: %s  ->  %s' % (r['file'], r['line'] + 1, r['operator'],
+                                                   r['before'].strip(), r['after'].strip()))
 
 
 def find_line(lines, row):
