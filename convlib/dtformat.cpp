@@ -178,8 +178,8 @@ bool PutNumberDirect(char **position, int32_t *room, int32_t value,
                                                   const char *format, const CONV_DateTime &record,
                                                   const char *const *names, int32_t *letter,
                                                   uint32_t *status) {
-    constexpr uint32_t kNameLetters = 1u << CONV_FIELD_T | 1u << CONV_FIELD_U |
-                                      1u << CONV_FIELD_V | 1u << CONV_FIELD_W;
+    constexpr uint32_t kNameLetters =
+        1u << CONV_FIELD_T | 1u << CONV_FIELD_U | 1u << CONV_FIELD_V | 1u << CONV_FIELD_W;
     const int32_t l = conv::LetterIndex(format[1]);
     if (l < 0) {
         return false;

@@ -131,8 +131,7 @@ constexpr bool IsPlainNumberLetter(int32_t letter) {
 
 // A field that conv::CommonNumberField recognised ("%02D", "%04Z", ...), read by
 // ScanPlainNumber with the field's width (2, or 4 for Z).
-[[gnu::always_inline]] inline bool ScanCommonField(Parse &parse, int32_t letter,
-                                                   uint32_t *status) {
+[[gnu::always_inline]] inline bool ScanCommonField(Parse &parse, int32_t letter, uint32_t *status) {
     return ScanPlainNumber(parse, letter, letter == CONV_FIELD_Z ? 4 : 2, status);
 }
 

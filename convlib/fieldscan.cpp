@@ -97,7 +97,7 @@ uint32_t CONV_ScanNumber(const char **position, int32_t *value,
         if (strnlen(source, width) < width) {
             return CONV_ERR_FORMAT_LEFT;
         }
-        if (width > kMaxFieldWidth) {
+        if (width > kMaxFieldWidth) {  // GCOVR_EXCL_BR_LINE: CONV_CheckField's widths end at 999
             return CONV_ERR_SCAN_MISMATCH;
         }
         char copy[kMaxFieldWidth + 1];

@@ -174,7 +174,10 @@ extern "C" int ERRLIB_ErrorStack_FindError(ERRLIB_ErrorStack *stack, int32_t com
     }
     for (int32_t i = 0; i < stack->count; ++i) {
         const ERRLIB_Error *record = stack->slots[i];
+        // GCOVR_EXCL_BR_START: record != nullptr always holds: slots 0 .. count - 1 hold the
+        // records pushed, never null; only a stack damaged from outside has a null one there.
         if (record != nullptr && Matches(*record, component, code, errorClass, function, file)) {
+            // GCOVR_EXCL_BR_STOP
             *indexOut = i;
             if (recordOut != nullptr) {
                 *recordOut = stack->slots[i];
