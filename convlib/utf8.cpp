@@ -7,6 +7,7 @@
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
+#include <tmmintrin.h>
 #endif
 
 #include <nlssupport/convlib.h>
@@ -89,59 +90,85 @@ size_t CountUnits(const uint16_t *text, size_t limit) noexcept {
 
 #if defined(__SSE2__)
 
+// Lanes of all ones for the units of `unit` below 0x80.
+inline __m128i AsciiLanes(__m128i unit) noexcept {
+    return _mm_cmpeq_epi16(_mm_and_si128(unit, _mm_set1_epi16(static_cast<short>(0xFF80))),
+                           _mm_setzero_si128());
+}
+
+// The low eight bytes of v: moved to a 64-bit register, or stored where there is none.
+inline uint64_t Low64(__m128i v) noexcept {
+#if defined(__x86_64__)
+    return static_cast<uint64_t>(_mm_cvtsi128_si64(v));
+#else
+    uint64_t low;
+    _mm_storel_epi64(reinterpret_cast<__m128i *>(&low), v);
+    return low;
+#endif
+}
+
+// The UTF-8 bytes of eight units (`ascii` from AsciiLanes), computed side by side: for each unit
+// a 4-byte word holding its first, second and third byte (as many as it takes) and a 0, the
+// words of units 0-3 in `low` and of units 4-7 in `high`, and the units' lengths, one byte each
+// in unit order, in `lengths`.
+struct BlockWords {
+    __m128i low;
+    __m128i high;
+    uint64_t lengths;
+};
+
+[[gnu::always_inline]] inline BlockWords UnitWords(__m128i unit, __m128i ascii) noexcept {
+    const __m128i below800 = _mm_cmpeq_epi16(
+        _mm_and_si128(unit, _mm_set1_epi16(static_cast<short>(0xF800))), _mm_setzero_si128());
+    const __m128i shifted6 = _mm_srli_epi16(unit, 6);
+    const __m128i mark = _mm_set1_epi16(0x80);
+    const __m128i sixBits = _mm_set1_epi16(0x3F);
+    // Continuation bytes of bits 0-5 and of bits 6-11.
+    const __m128i last = _mm_or_si128(_mm_and_si128(unit, sixBits), mark);
+    const __m128i middle = _mm_or_si128(_mm_and_si128(shifted6, sixBits), mark);
+    // First bytes of the two- and three-byte forms.
+    const __m128i lead2 = _mm_or_si128(shifted6, _mm_set1_epi16(0xC0));
+    const __m128i lead3 = _mm_or_si128(_mm_srli_epi16(unit, 12), _mm_set1_epi16(0xE0));
+    const __m128i lead23 =
+        _mm_or_si128(_mm_and_si128(below800, lead2), _mm_andnot_si128(below800, lead3));
+    const __m128i lead = _mm_or_si128(_mm_and_si128(ascii, unit), _mm_andnot_si128(ascii, lead23));
+    const __m128i second =
+        _mm_or_si128(_mm_and_si128(below800, last), _mm_andnot_si128(below800, middle));
+    // The words: first and second byte in the low half of each lane, the third above.
+    const __m128i firstTwo = _mm_or_si128(lead, _mm_slli_epi16(second, 8));
+    // Lengths 3 - (below 0x80) - (below 0x800), the masks being -1.
+    const __m128i length = _mm_add_epi16(_mm_set1_epi16(3), _mm_add_epi16(ascii, below800));
+    return {_mm_unpacklo_epi16(firstTwo, last), _mm_unpackhi_epi16(firstTwo, last),
+            Low64(_mm_packus_epi16(length, length))};
+}
+
 // Encodes count units, none of them 0, into out, which has room for three bytes per unit, and
 // returns the end of what was written. Eight units at a time while at least three more follow
-// them: a block of ASCII is narrowed in one step; any other block gets each unit's bytes
-// computed side by side, as a 4-byte word with its length, and the words are stored one behind
-// the other, each overwriting the unused bytes of the one before. The last word's unused bytes
-// are overwritten by the (at least three) units that follow the block.
+// them: a block of ASCII is narrowed in one step; any other block gets its words (UnitWords),
+// stored one behind the other, each overwriting the unused bytes of the one before. The last
+// word's unused bytes are overwritten by the (at least three) units that follow the block.
 char *EncodeUnits(const uint16_t *p, size_t count, char *out) noexcept {
     const uint16_t *const end = p + count;
-    const __m128i zero = _mm_setzero_si128();
     while (end - p >= 11) {
         const __m128i unit = _mm_loadu_si128(reinterpret_cast<const __m128i *>(p));
-        // All ones in the lanes of units below 0x80, and of units below 0x800.
-        const __m128i ascii =
-            _mm_cmpeq_epi16(_mm_and_si128(unit, _mm_set1_epi16(static_cast<short>(0xFF80))), zero);
+        const __m128i ascii = AsciiLanes(unit);
         if (_mm_movemask_epi8(ascii) == 0xFFFF) {
             _mm_storel_epi64(reinterpret_cast<__m128i *>(out), _mm_packus_epi16(unit, unit));
             out += 8;
             p += 8;
             continue;
         }
-        const __m128i below800 =
-            _mm_cmpeq_epi16(_mm_and_si128(unit, _mm_set1_epi16(static_cast<short>(0xF800))), zero);
-        const __m128i shifted6 = _mm_srli_epi16(unit, 6);
-        const __m128i mark = _mm_set1_epi16(0x80);
-        const __m128i sixBits = _mm_set1_epi16(0x3F);
-        // Continuation bytes of bits 0-5 and of bits 6-11.
-        const __m128i last = _mm_or_si128(_mm_and_si128(unit, sixBits), mark);
-        const __m128i middle = _mm_or_si128(_mm_and_si128(shifted6, sixBits), mark);
-        // First bytes of the two- and three-byte forms.
-        const __m128i lead2 = _mm_or_si128(shifted6, _mm_set1_epi16(0xC0));
-        const __m128i lead3 = _mm_or_si128(_mm_srli_epi16(unit, 12), _mm_set1_epi16(0xE0));
-        const __m128i lead23 =
-            _mm_or_si128(_mm_and_si128(below800, lead2), _mm_andnot_si128(below800, lead3));
-        const __m128i lead =
-            _mm_or_si128(_mm_and_si128(ascii, unit), _mm_andnot_si128(ascii, lead23));
-        const __m128i second =
-            _mm_or_si128(_mm_and_si128(below800, last), _mm_andnot_si128(below800, middle));
-        // The words: first and second byte in the low half of each lane, the third above.
-        const __m128i firstTwo = _mm_or_si128(lead, _mm_slli_epi16(second, 8));
+        const BlockWords w = UnitWords(unit, ascii);
         alignas(16) uint32_t words[8];
-        _mm_store_si128(reinterpret_cast<__m128i *>(words), _mm_unpacklo_epi16(firstTwo, last));
-        _mm_store_si128(reinterpret_cast<__m128i *>(words + 4), _mm_unpackhi_epi16(firstTwo, last));
-        // Lengths 3 - (below 0x80) - (below 0x800), the masks being -1, one byte each; each
-        // word's place is the sum of the lengths in front of it, all eight sums taken at once
-        // by one multiplication (no sum exceeds 24, so no byte carries into the next).
-        const __m128i length = _mm_add_epi16(_mm_set1_epi16(3), _mm_add_epi16(ascii, below800));
-        const uint64_t lengths =
-            static_cast<uint64_t>(_mm_cvtsi128_si64(_mm_packus_epi16(length, length)));
-        const uint64_t places = lengths * 0x0101010101010100u;
+        _mm_store_si128(reinterpret_cast<__m128i *>(words), w.low);
+        _mm_store_si128(reinterpret_cast<__m128i *>(words + 4), w.high);
+        // Each word's place is the sum of the lengths in front of it, all eight sums taken at
+        // once by one multiplication (no sum exceeds 24, so no byte carries into the next).
+        const uint64_t places = w.lengths * 0x0101010101010100u;
         for (int k = 0; k < 8; ++k) {
             std::memcpy(out + ((places >> (8 * k)) & 0xFF), &words[k], sizeof words[k]);
         }
-        out += (lengths * 0x0101010101010101u) >> 56;
+        out += (w.lengths * 0x0101010101010101u) >> 56;
         p += 8;
     }
     while (p != end) {
@@ -149,6 +176,86 @@ char *EncodeUnits(const uint16_t *p, size_t count, char *out) noexcept {
     }
     return out;
 }
+
+#if defined(__x86_64__)
+
+// Byte shuffles that pack four words of UnitWords into the bytes of their characters, one after
+// the other: entry d0 + 3 d1 + 9 d2 + 27 d3 for the lengths dk + 1 of the four units, with the
+// number of bytes packed. Mask bytes behind them select nothing (0x80 gives a 0 byte).
+struct PackMasks {
+    uint8_t mask[81][16];
+    uint8_t total[81];
+    constexpr PackMasks() : mask{}, total{} {
+        for (int index = 0; index < 81; ++index) {
+            int place = 0;
+            for (int k = 0, rest = index; k < 4; ++k, rest /= 3) {
+                for (int b = 0; b <= rest % 3; ++b) {
+                    mask[index][place++] = static_cast<uint8_t>(4 * k + b);
+                }
+            }
+            total[index] = static_cast<uint8_t>(place);
+            while (place < 16) {
+                mask[index][place++] = 0x80;
+            }
+        }
+    }
+};
+constexpr PackMasks kPackMasks{};
+
+// The PackMasks entry of four lengths 1..3 held one byte each in the low bytes of lengths: the
+// multiplication sums d0 + 3 d1 + 9 d2 + 27 d3 into the top byte (no lower byte exceeds 78, so
+// nothing carries into it).
+constexpr uint32_t PackIndex(uint32_t lengths) noexcept {
+    return ((lengths - 0x01010101u) * 0x0103091Bu) >> 24;
+}
+
+// As EncodeUnits, on processors with SSSE3 (tested at run time): the words of a block are
+// packed by two byte shuffles and stored sixteen bytes at a time. A store may leave up to twelve
+// bytes behind the block's last character, so a block is taken only while at least twelve more
+// units follow it, whose bytes overwrite them; the units left go to EncodeUnits.
+[[gnu::target("ssse3")]] char *EncodeUnitsShuffled(const uint16_t *p, size_t count,
+                                                   char *out) noexcept {
+    const uint16_t *const end = p + count;
+    while (end - p >= 20) {
+        const __m128i unit = _mm_loadu_si128(reinterpret_cast<const __m128i *>(p));
+        const __m128i ascii = AsciiLanes(unit);
+        if (_mm_movemask_epi8(ascii) == 0xFFFF) {
+            _mm_storel_epi64(reinterpret_cast<__m128i *>(out), _mm_packus_epi16(unit, unit));
+            out += 8;
+            p += 8;
+            continue;
+        }
+        const BlockWords w = UnitWords(unit, ascii);
+        const uint32_t low = PackIndex(static_cast<uint32_t>(w.lengths));
+        const uint32_t high = PackIndex(static_cast<uint32_t>(w.lengths >> 32));
+        const __m128i lowMask =
+            _mm_loadu_si128(reinterpret_cast<const __m128i *>(kPackMasks.mask[low]));
+        const __m128i highMask =
+            _mm_loadu_si128(reinterpret_cast<const __m128i *>(kPackMasks.mask[high]));
+        _mm_storeu_si128(reinterpret_cast<__m128i *>(out), _mm_shuffle_epi8(w.low, lowMask));
+        out += kPackMasks.total[low];
+        _mm_storeu_si128(reinterpret_cast<__m128i *>(out), _mm_shuffle_epi8(w.high, highMask));
+        out += kPackMasks.total[high];
+        p += 8;
+    }
+    return EncodeUnits(p, static_cast<size_t>(end - p), out);
+}
+
+// The encoder for this processor.
+char *EncodeUnitsBest(const uint16_t *p, size_t count, char *out) noexcept {
+    if (__builtin_cpu_supports("ssse3")) {
+        return EncodeUnitsShuffled(p, count, out);
+    }
+    return EncodeUnits(p, count, out);
+}
+
+#else
+
+char *EncodeUnitsBest(const uint16_t *p, size_t count, char *out) noexcept {
+    return EncodeUnits(p, count, out);
+}
+
+#endif
 
 #else  // no SSE2: four units at a time through a 64-bit word
 
@@ -195,6 +302,11 @@ char *EncodeUnits(const uint16_t *p, size_t count, char *out) noexcept {
         out = EncodeWideUnit(*p++, out);
     }
     return out;
+}
+
+// The encoder of this target.
+char *EncodeUnitsBest(const uint16_t *p, size_t count, char *out) noexcept {
+    return EncodeUnits(p, count, out);
 }
 
 #endif
@@ -333,7 +445,7 @@ extern "C" uint32_t CONV_WChar16StrToUTF8(const uint16_t *text, int32_t maxUnits
         if (stretch > static_cast<size_t>(end - p)) {
             stretch = static_cast<size_t>(end - p);
         }
-        o = EncodeUnits(p, stretch, o);
+        o = EncodeUnitsBest(p, stretch, o);
         p += stretch;
     }
     *written = static_cast<uint32_t>(o - out);
