@@ -142,6 +142,21 @@ struct BlockWords {
             Low64(_mm_packus_epi16(length, length))};
 }
 
+// Loads the eight units at p. When all are ASCII, narrows them into *out, moves *out past them
+// and returns true; otherwise stores their words (UnitWords) in *words and returns false.
+[[gnu::always_inline]] inline bool NarrowAsciiBlock(const uint16_t *p, char **out,
+                                                    BlockWords *words) noexcept {
+    const __m128i unit = _mm_loadu_si128(reinterpret_cast<const __m128i *>(p));
+    const __m128i ascii = AsciiLanes(unit);
+    if (_mm_movemask_epi8(ascii) == 0xFFFF) {
+        _mm_storel_epi64(reinterpret_cast<__m128i *>(*out), _mm_packus_epi16(unit, unit));
+        *out += 8;
+        return true;
+    }
+    *words = UnitWords(unit, ascii);
+    return false;
+}
+
 // Encodes count units, none of them 0, into out, which has room for three bytes per unit, and
 // returns the end of what was written. Eight units at a time while at least three more follow
 // them: a block of ASCII is narrowed in one step; any other block gets its words (UnitWords),
@@ -150,15 +165,11 @@ struct BlockWords {
 char *EncodeUnits(const uint16_t *p, size_t count, char *out) noexcept {
     const uint16_t *const end = p + count;
     while (end - p >= 11) {
-        const __m128i unit = _mm_loadu_si128(reinterpret_cast<const __m128i *>(p));
-        const __m128i ascii = AsciiLanes(unit);
-        if (_mm_movemask_epi8(ascii) == 0xFFFF) {
-            _mm_storel_epi64(reinterpret_cast<__m128i *>(out), _mm_packus_epi16(unit, unit));
-            out += 8;
+        BlockWords w;
+        if (NarrowAsciiBlock(p, &out, &w)) {
             p += 8;
             continue;
         }
-        const BlockWords w = UnitWords(unit, ascii);
         alignas(16) uint32_t words[8];
         _mm_store_si128(reinterpret_cast<__m128i *>(words), w.low);
         _mm_store_si128(reinterpret_cast<__m128i *>(words + 4), w.high);
@@ -217,15 +228,11 @@ constexpr uint32_t PackIndex(uint32_t lengths) noexcept {
                                                    char *out) noexcept {
     const uint16_t *const end = p + count;
     while (end - p >= 20) {
-        const __m128i unit = _mm_loadu_si128(reinterpret_cast<const __m128i *>(p));
-        const __m128i ascii = AsciiLanes(unit);
-        if (_mm_movemask_epi8(ascii) == 0xFFFF) {
-            _mm_storel_epi64(reinterpret_cast<__m128i *>(out), _mm_packus_epi16(unit, unit));
-            out += 8;
+        BlockWords w;
+        if (NarrowAsciiBlock(p, &out, &w)) {
             p += 8;
             continue;
         }
-        const BlockWords w = UnitWords(unit, ascii);
         const uint32_t low = PackIndex(static_cast<uint32_t>(w.lengths));
         const uint32_t high = PackIndex(static_cast<uint32_t>(w.lengths >> 32));
         const __m128i lowMask =
