@@ -862,6 +862,21 @@ void CompareBytes(const char *what, const std::string &input, uint32_t statusA, 
     }
 }
 
+// A decimal value to an integer type on both sides: status and target bytes.
+template <typename T>
+void CompareDecimalToInteger(const char *what,
+                             uint32_t (*ours)(T *, const uint8_t *, uint32_t, uint32_t, uint32_t),
+                             uint32_t (*theirs)(T *, const uint8_t *, uint32_t, uint32_t,
+                                                uint32_t),
+                             const std::string &input, const uint8_t *value, uint32_t precision,
+                             uint32_t scale, uint32_t layout) {
+    T a = 7;
+    T b = 7;
+    const uint32_t sa = ours(&a, value, precision, scale, layout);
+    const uint32_t sb = theirs(&b, value, precision, scale, layout);
+    CompareBytes(what, input, sa, sb, &a, &b, sizeof a);
+}
+
 uint64_t RunDecimal(uint64_t count, uint64_t seed) {
     Random rng(seed);
     constexpr size_t kValueBytes = 600;
@@ -958,18 +973,12 @@ uint64_t RunDecimal(uint64_t count, uint64_t seed) {
             Differ("CONV_DecimalToString length", valueShown);
         }
         if (precision < 40) {
-            int32_t ia = 7;
-            int32_t ib = 7;
-            CompareBytes("CONV_DecimalToInt32", valueShown,
-                         CONV_DecimalToInt32(&ia, valueA.data(), precision, scale, layout),
-                         nlsref_CONV_DecimalToInt32(&ib, valueA.data(), precision, scale, layout),
-                         &ia, &ib, sizeof ia);
-            uint32_t ua = 7;
-            uint32_t ub = 7;
-            CompareBytes("CONV_DecimalToUInt32", valueShown,
-                         CONV_DecimalToUInt32(&ua, valueA.data(), precision, scale, layout),
-                         nlsref_CONV_DecimalToUInt32(&ub, valueA.data(), precision, scale, layout),
-                         &ua, &ub, sizeof ua);
+            CompareDecimalToInteger<int32_t>("CONV_DecimalToInt32", CONV_DecimalToInt32,
+                                             nlsref_CONV_DecimalToInt32, valueShown,
+                                             valueA.data(), precision, scale, layout);
+            CompareDecimalToInteger<uint32_t>("CONV_DecimalToUInt32", CONV_DecimalToUInt32,
+                                              nlsref_CONV_DecimalToUInt32, valueShown,
+                                              valueA.data(), precision, scale, layout);
         }
 
         // Arbitrary bytes in the self-describing layout.
