@@ -553,6 +553,27 @@ concept block_element = std::is_object_v<T> && !std::is_array_v<T> && !std::is_c
                         std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T> &&
                         alignof(T) <= alignof(std::max_align_t);
 
+/// @cond INTERNAL
+namespace detail {
+
+// A block of `count` elements of T from `allocate` (MMFLAT_New or MMFLAT_NewClear), a failure
+// reported on the stack with the caller's file and line; empty without a call when the byte
+// size does not fit the allocator's 32 bits.
+template <class T>
+unique_block<T[]> allocate_block(void *(*allocate)(std::uint32_t, ERRLIB_ErrorStack *,
+                                                   const char *, std::int32_t),
+                                 std::size_t count, stack_ref stack,
+                                 const std::source_location &where) noexcept {
+    const auto bytes = block_bytes(count, sizeof(T));
+    if (!bytes)
+        return nullptr;
+    return unique_block<T[]>(
+        static_cast<T *>(allocate(*bytes, stack.get(), where.file_name(), line_of(where))));
+}
+
+}  // namespace detail
+/// @endcond
+
 /**
  * Allocates a zero-filled block of @p count elements (MMFLAT_NewClear).
  *
@@ -569,11 +590,7 @@ template <block_element T>
 [[nodiscard]] unique_block<T[]> make_block(
     std::size_t count, stack_ref stack = {},
     std::source_location where = std::source_location::current()) noexcept {
-    const auto bytes = detail::block_bytes(count, sizeof(T));
-    if (!bytes)
-        return nullptr;
-    return unique_block<T[]>(static_cast<T *>(
-        MMFLAT_NewClear(*bytes, stack.get(), where.file_name(), detail::line_of(where))));
+    return detail::allocate_block<T>(MMFLAT_NewClear, count, stack, where);
 }
 
 /**
@@ -590,11 +607,7 @@ template <block_element T>
 [[nodiscard]] unique_block<T[]> make_block_for_overwrite(
     std::size_t count, stack_ref stack = {},
     std::source_location where = std::source_location::current()) noexcept {
-    const auto bytes = detail::block_bytes(count, sizeof(T));
-    if (!bytes)
-        return nullptr;
-    return unique_block<T[]>(static_cast<T *>(
-        MMFLAT_New(*bytes, stack.get(), where.file_name(), detail::line_of(where))));
+    return detail::allocate_block<T>(MMFLAT_New, count, stack, where);
 }
 
 /**
@@ -638,11 +651,7 @@ unique_block<Unit[]> copy_view(View text, stack_ref stack,
                                const std::source_location &where) noexcept {
     if (text.size() >= max_c_size)
         return nullptr;
-    const auto bytes = block_bytes(text.size() + 1, sizeof(Unit));
-    if (!bytes)
-        return nullptr;
-    unique_block<Unit[]> copy(static_cast<Unit *>(
-        MMFLAT_New(*bytes, stack.get(), where.file_name(), line_of(where))));
+    unique_block<Unit[]> copy = allocate_block<Unit>(MMFLAT_New, text.size() + 1, stack, where);
     if (copy) {
         for (std::size_t i = 0; i < text.size(); ++i)
             copy[i] = static_cast<Unit>(text[i]);

@@ -144,43 +144,41 @@ TEST(CppAlloc, FailedResizeKeepsTheBlockAndReportsRealloc) {
     EXPECT_EQ(error.message(), "1000");
 }
 
-TEST(CppAlloc, FailedStackCreationThrowsBadAlloc) {
+// Runs `run` with the first, second, ... allocation made to fail, until a run has no
+// allocation left to fail. After every run no block may be left, and `run` (which says whether
+// it succeeded) must have failed exactly when an allocation did.
+template <class Run>
+void EachAllocationFailing(Run run) {
     for (unsigned long n = 1;; ++n) {
         alloc_interpose::Scope scope;
         scope.FailNth(n);
-        bool threw = false;
-        try {
-            nls::ErrorStack stack;
-        } catch (const std::bad_alloc &) {
-            threw = true;
-        }
+        const bool succeeded = run();
         const bool injected = scope.Injected() != 0;
         const std::size_t live = scope.LiveBlocks();
         scope.End();
         EXPECT_EQ(live, 0u) << n;
-        EXPECT_EQ(threw, injected) << n;
+        EXPECT_EQ(succeeded, !injected) << n;
         if (!injected)
             break;
     }
 }
 
-TEST(CppAlloc, FailedStackCreationWithNothrowLeavesNoStack) {
-    for (unsigned long n = 1;; ++n) {
-        alloc_interpose::Scope scope;
-        scope.FailNth(n);
-        bool held = false;
-        {
-            nls::ErrorStack stack(std::nothrow);
-            held = stack.get() != nullptr;
+TEST(CppAlloc, FailedStackCreationThrowsBadAlloc) {
+    EachAllocationFailing([] {
+        try {
+            nls::ErrorStack stack;
+        } catch (const std::bad_alloc &) {
+            return false;
         }
-        const bool injected = scope.Injected() != 0;
-        const std::size_t live = scope.LiveBlocks();
-        scope.End();
-        EXPECT_EQ(live, 0u) << n;
-        EXPECT_EQ(held, !injected) << n;
-        if (!injected)
-            break;
-    }
+        return true;
+    });
+}
+
+TEST(CppAlloc, FailedStackCreationWithNothrowLeavesNoStack) {
+    EachAllocationFailing([] {
+        nls::ErrorStack stack(std::nothrow);
+        return stack.get() != nullptr;
+    });
 }
 
 TEST(CppAlloc, ShortTextsAreCopiedWithoutAllocating) {
@@ -239,26 +237,23 @@ TEST(CppAlloc, WrappersFreeWhatTheyAllocate) {
 
 TEST(CppAlloc, OutOfMemoryInTheLayersOwnStringsThrowsBadAllocAndLeaksNothing) {
     const std::string value(300, 'x');
-    for (unsigned long n = 1;; ++n) {
-        alloc_interpose::Scope scope;
-        scope.FailNth(n);
-        bool threw = false;
+    // The results of a run without failures; a run that does not throw gives them again.
+    const auto expectedText = nls::format("%s|%ls", value.c_str(), u"\u20ac");
+    const auto expectedHex = nls::to_hex(std::vector<std::byte>(300));
+    ASSERT_TRUE(expectedText.has_value());
+    EachAllocationFailing([&] {
         try {
             const auto text = nls::format("%s|%ls", value.c_str(), u"\u20ac");
             const auto hex = nls::to_hex(std::vector<std::byte>(300));
-            const bool matched = nls::like("%x", value);
-            (void)matched;
+            EXPECT_EQ(text, expectedText);
+            EXPECT_EQ(hex.value(), expectedHex.value());
+            EXPECT_TRUE(nls::like("%x", value));
+            EXPECT_FALSE(nls::like("%x", value + "y"));
         } catch (const std::bad_alloc &) {
-            threw = true;
+            return false;
         }
-        const bool injected = scope.Injected() != 0;
-        const std::size_t live = scope.LiveBlocks();
-        scope.End();
-        EXPECT_EQ(live, 0u) << n;
-        EXPECT_EQ(threw, injected) << n;
-        if (!injected)
-            break;
-    }
+        return true;
+    });
 }
 
 }  // namespace
