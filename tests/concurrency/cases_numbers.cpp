@@ -7,11 +7,21 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "concurrency/reentrancy_cases.h"
 
 namespace concurrency_test {
 namespace {
+
+// One conversion into a target filled with 0x7E first: its status and the target's bytes.
+template <class T, class... Args>
+void Convert(Outcome &o, uint32_t (*convert)(T *, Args...), std::type_identity_t<Args>... args) {
+    T target;
+    std::memset(&target, 0x7E, sizeof target);
+    const uint32_t status = convert(&target, args...);
+    o.Num(status).Bytes(&target, sizeof target);
+}
 
 std::string Narrowing() {
     static constexpr double kDoubles[] = {0.0,  -2.7,  2147483647.5, 4294967295.0, 1e40,
@@ -19,63 +29,32 @@ std::string Narrowing() {
     static constexpr int32_t kInts[] = {0, -1, 127, -129, 255, 40000, -32768, 2147483647};
     static constexpr uint32_t kUints[] = {0u, 127u, 255u, 40000u, 65535u, 2147483648u, 4294967295u};
     Outcome o;
-    auto store = [&o](uint32_t status, const auto &target) {
-        o.Num(status).Bytes(&target, sizeof target);
-    };
     for (double d : kDoubles) {
-        float f;
-        int32_t i32;
-        uint32_t u32;
-        int16_t i16;
-        uint16_t u16;
-        int8_t i8;
-        uint8_t u8;
-        std::memset(&f, 0x7E, sizeof f);
-        i32 = 0x7E7E7E7E;
-        u32 = 0x7E7E7E7E;
-        i16 = 0x7E7E;
-        u16 = 0x7E7E;
-        i8 = 0x7E;
-        u8 = 0x7E;
-        store(CONV_DoubleToFloat(&f, d), f);
-        store(CONV_DoubleToInt32(&i32, d), i32);
-        store(CONV_DoubleToUInt32(&u32, d), u32);
-        store(CONV_DoubleToInt16(&i16, d), i16);
-        store(CONV_DoubleToUInt16(&u16, d), u16);
-        store(CONV_DoubleToInt8(&i8, d), i8);
-        store(CONV_DoubleToUInt8(&u8, d), u8);
+        Convert(o, CONV_DoubleToFloat, d);
+        Convert(o, CONV_DoubleToInt32, d);
+        Convert(o, CONV_DoubleToUInt32, d);
+        Convert(o, CONV_DoubleToInt16, d);
+        Convert(o, CONV_DoubleToUInt16, d);
+        Convert(o, CONV_DoubleToInt8, d);
+        Convert(o, CONV_DoubleToUInt8, d);
     }
     for (int32_t v : kInts) {
-        double d = 0.5;
-        float f = 0.5F;
-        uint32_t u32 = 0x7E7E7E7E;
-        int16_t i16 = 0x7E7E;
-        uint16_t u16 = 0x7E7E;
-        int8_t i8 = 0x7E;
-        uint8_t u8 = 0x7E;
-        store(CONV_Int32ToDouble(&d, v), d);
-        store(CONV_Int32ToFloat(&f, v), f);
-        store(CONV_Int32ToUInt32(&u32, v), u32);
-        store(CONV_Int32ToInt16(&i16, v), i16);
-        store(CONV_Int32ToUInt16(&u16, v), u16);
-        store(CONV_Int32ToInt8(&i8, v), i8);
-        store(CONV_Int32ToUInt8(&u8, v), u8);
+        Convert(o, CONV_Int32ToDouble, v);
+        Convert(o, CONV_Int32ToFloat, v);
+        Convert(o, CONV_Int32ToUInt32, v);
+        Convert(o, CONV_Int32ToInt16, v);
+        Convert(o, CONV_Int32ToUInt16, v);
+        Convert(o, CONV_Int32ToInt8, v);
+        Convert(o, CONV_Int32ToUInt8, v);
     }
     for (uint32_t v : kUints) {
-        double d = 0.5;
-        float f = 0.5F;
-        int32_t i32 = 0x7E7E7E7E;
-        int16_t i16 = 0x7E7E;
-        uint16_t u16 = 0x7E7E;
-        int8_t i8 = 0x7E;
-        uint8_t u8 = 0x7E;
-        store(CONV_UInt32ToDouble(&d, v), d);
-        store(CONV_UInt32ToFloat(&f, v), f);
-        store(CONV_UInt32ToInt32(&i32, v), i32);
-        store(CONV_UInt32ToInt16(&i16, v), i16);
-        store(CONV_UInt32ToUInt16(&u16, v), u16);
-        store(CONV_UInt32ToInt8(&i8, v), i8);
-        store(CONV_UInt32ToUInt8(&u8, v), u8);
+        Convert(o, CONV_UInt32ToDouble, v);
+        Convert(o, CONV_UInt32ToFloat, v);
+        Convert(o, CONV_UInt32ToInt32, v);
+        Convert(o, CONV_UInt32ToInt16, v);
+        Convert(o, CONV_UInt32ToUInt16, v);
+        Convert(o, CONV_UInt32ToInt8, v);
+        Convert(o, CONV_UInt32ToUInt8, v);
     }
     return o.Take();
 }
@@ -99,20 +78,14 @@ std::string TextToNumbers() {
         for (uint32_t flags : kFlags) {
             for (char point : {'.', ','}) {
                 o.Num(CONV_IsNumber(text, flags, point));
-                int32_t i32 = 0x7E7E7E7E;
-                uint32_t u32 = 0x7E7E7E7E;
-                int16_t i16 = 0x7E7E;
-                uint16_t u16 = 0x7E7E;
-                int8_t i8 = 0x7E;
-                uint8_t u8 = 0x7E;
+                Convert(o, CONV_StringToInt32, text, flags, point);
+                Convert(o, CONV_StringToUInt32, text, flags, point);
+                Convert(o, CONV_StringToInt16, text, flags, point);
+                Convert(o, CONV_StringToUInt16, text, flags, point);
+                Convert(o, CONV_StringToInt8, text, flags, point);
+                Convert(o, CONV_StringToUInt8, text, flags, point);
                 double d = 0.5;
                 float f = 0.5F;
-                o.Num(CONV_StringToInt32(&i32, text, flags, point)).Num(i32);
-                o.Num(CONV_StringToUInt32(&u32, text, flags, point)).Num(u32);
-                o.Num(CONV_StringToInt16(&i16, text, flags, point)).Num(i16);
-                o.Num(CONV_StringToUInt16(&u16, text, flags, point)).Num(u16);
-                o.Num(CONV_StringToInt8(&i8, text, flags, point)).Num(i8);
-                o.Num(CONV_StringToUInt8(&u8, text, flags, point)).Num(u8);
                 // errno is the calling thread's own: what a routine leaves in it (0, ERANGE, or
                 // the mark when it does not touch it) must not come from another thread.
                 errno = EDOM;
@@ -189,23 +162,16 @@ std::string Decimals() {
                     .Num(length);
                 b.Record(o);
             }
-            double d = 0.5;
-            float f = 0.5F;
-            int32_t i32 = 0x7E7E7E7E;
-            uint32_t u32 = 0x7E7E7E7E;
-            int16_t i16 = 0x7E7E;
-            uint16_t u16 = 0x7E7E;
-            int8_t i8 = 0x7E;
-            uint8_t u8 = 0x7E;
+            const uint8_t *v = value.data();
             constexpr uint32_t kPacked = CONV_DECIMAL_PACKED;
-            o.Num(CONV_DecimalToDouble(&d, value.data(), precision, scale, kPacked)).Double(d);
-            o.Num(CONV_DecimalToFloat(&f, value.data(), precision, scale, kPacked)).Float(f);
-            o.Num(CONV_DecimalToInt32(&i32, value.data(), precision, scale, kPacked)).Num(i32);
-            o.Num(CONV_DecimalToUInt32(&u32, value.data(), precision, scale, kPacked)).Num(u32);
-            o.Num(CONV_DecimalToInt16(&i16, value.data(), precision, scale, kPacked)).Num(i16);
-            o.Num(CONV_DecimalToUInt16(&u16, value.data(), precision, scale, kPacked)).Num(u16);
-            o.Num(CONV_DecimalToInt8(&i8, value.data(), precision, scale, kPacked)).Num(i8);
-            o.Num(CONV_DecimalToUInt8(&u8, value.data(), precision, scale, kPacked)).Num(u8);
+            Convert(o, CONV_DecimalToDouble, v, precision, scale, kPacked);
+            Convert(o, CONV_DecimalToFloat, v, precision, scale, kPacked);
+            Convert(o, CONV_DecimalToInt32, v, precision, scale, kPacked);
+            Convert(o, CONV_DecimalToUInt32, v, precision, scale, kPacked);
+            Convert(o, CONV_DecimalToInt16, v, precision, scale, kPacked);
+            Convert(o, CONV_DecimalToUInt16, v, precision, scale, kPacked);
+            Convert(o, CONV_DecimalToInt8, v, precision, scale, kPacked);
+            Convert(o, CONV_DecimalToUInt8, v, precision, scale, kPacked);
         }
     }
     // One digit a byte, the sign in the last byte's high nibble: -123.45.
