@@ -424,7 +424,7 @@ void SetNumericLocale(bool comma) {
     std::setlocale(LC_NUMERIC, comma ? "de_DE.UTF-8" : "C");
 }
 
-uint64_t RunDouble(uint64_t count, uint64_t seed, bool withIntegers) {
+uint64_t RunDouble(uint64_t count, uint64_t seed) {
     Random rng(seed);
     static const int kModes[] = {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO};
     uint64_t texts = 0;
@@ -477,12 +477,10 @@ uint64_t RunDouble(uint64_t count, uint64_t seed, bool withIntegers) {
                               nlsref_CONV_StringToDouble, text, flags, point);
         CompareNumber<float>("CONV_StringToFloat", CONV_StringToFloat, nlsref_CONV_StringToFloat,
                              text, flags, point);
-        if (withIntegers) {
-            CompareNumber<int32_t>("CONV_StringToInt32", CONV_StringToInt32,
-                                   nlsref_CONV_StringToInt32, text, flags, point);
-            CompareNumber<uint32_t>("CONV_StringToUInt32", CONV_StringToUInt32,
-                                    nlsref_CONV_StringToUInt32, text, flags, point);
-        }
+        CompareNumber<int32_t>("CONV_StringToInt32", CONV_StringToInt32, nlsref_CONV_StringToInt32,
+                               text, flags, point);
+        CompareNumber<uint32_t>("CONV_StringToUInt32", CONV_StringToUInt32,
+                                nlsref_CONV_StringToUInt32, text, flags, point);
         if (otherMode) {
             std::fesetround(FE_TONEAREST);
         }
@@ -1041,40 +1039,34 @@ int main(int argc, char **argv) {
     std::printf("nls_diff: %zu-bit, seed %llu, \",\" locale %s\n", sizeof(void *) * 8,
                 static_cast<unsigned long long>(seed), gHaveCommaLocale ? "used" : "not found");
 
-    if (wanted("double")) {
-        const uint64_t n = RunDouble(scaled(12e6), seed, true);
-        std::printf(
-            "double: %llu texts equal (CONV_StringToDouble, CONV_StringToFloat, "
-            "CONV_StringToInt32, CONV_StringToUInt32)\n",
-            static_cast<unsigned long long>(n));
-    }
-    if (wanted("int")) {
-        const uint64_t n = RunInteger(scaled(4e6), seed + 1);
-        std::printf(
-            "int: %llu texts equal (CONV_StringToInt32, UInt32, Int16, UInt16, Int8, "
-            "UInt8)\n",
-            static_cast<unsigned long long>(n));
-    }
-    if (wanted("utf8")) {
-        const uint64_t n = RunUtf8(scaled(3e6), seed + 2);
-        std::printf(
-            "utf8: %llu strings equal (CONV_WChar16StrToUTF8; a quarter also through "
-            "CONV_WCharStrToUTF8)\n",
-            static_cast<unsigned long long>(n));
-    }
-    if (wanted("match")) {
-        const uint64_t n = RunMatch(scaled(4e6), seed + 3);
-        std::printf(
-            "match: %llu pattern/value pairs equal (GLIB_ValueMatchesPattern, ...W, "
-            "...Ex)\n",
-            static_cast<unsigned long long>(n));
-    }
-    if (wanted("decimal")) {
-        const uint64_t n = RunDecimal(scaled(3e6), seed + 4);
-        std::printf(
-            "decimal: %llu texts and values equal (CONV_StringToQLXBCD, CONV_QLXBCDToString, "
-            "CONV_StringToDecimal, CONV_DecimalToString, CONV_DecimalToInt32, ...UInt32)\n",
-            static_cast<unsigned long long>(n));
+    // The groups, each with its default count and its own seed (the seed plus its index).
+    struct Group {
+        const char *name;
+        double count;
+        uint64_t (*run)(uint64_t count, uint64_t seed);
+        const char *what;
+    };
+    static const Group kGroups[] = {
+        {"double", 12e6, RunDouble,
+         "texts equal (CONV_StringToDouble, CONV_StringToFloat, CONV_StringToInt32, "
+         "CONV_StringToUInt32)"},
+        {"int", 4e6, RunInteger,
+         "texts equal (CONV_StringToInt32, UInt32, Int16, UInt16, Int8, UInt8)"},
+        {"utf8", 3e6, RunUtf8,
+         "strings equal (CONV_WChar16StrToUTF8; a quarter also through CONV_WCharStrToUTF8)"},
+        {"match", 4e6, RunMatch,
+         "pattern/value pairs equal (GLIB_ValueMatchesPattern, ...W, ...Ex)"},
+        {"decimal", 3e6, RunDecimal,
+         "texts and values equal (CONV_StringToQLXBCD, CONV_QLXBCDToString, "
+         "CONV_StringToDecimal, CONV_DecimalToString, CONV_DecimalToInt32, ...UInt32)"},
+    };
+    for (size_t i = 0; i < sizeof kGroups / sizeof kGroups[0]; ++i) {
+        const Group &group = kGroups[i];
+        if (wanted(group.name)) {
+            const uint64_t n = group.run(scaled(group.count), seed + i);
+            std::printf("%s: %llu %s\n", group.name, static_cast<unsigned long long>(n),
+                        group.what);
+        }
     }
     std::fflush(stdout);
     return 0;
