@@ -78,11 +78,10 @@ void RunUnderLocale(locale_t own, const LocaleCase &expected, std::barrier<> &sy
 class ThreadLocale : public testing::Test {
   protected:
     static void SetUpTestSuite() {
-        const std::string err = nls_test::EnsureLocales(
+        // Before any thread starts: the environment is only read once threads run.
+        const std::string err = nls_test::PrepareLocales(
             {"C.UTF-8", "en_US.ISO-8859-1", "de_DE.ISO-8859-15", "pl_PL.ISO-8859-2"});
         ASSERT_EQ(err, "");
-        // Set before any thread starts: the environment is only read once threads run.
-        setenv("LOCPATH", nls_test::LocaleDir().c_str(), 1);
     }
 
     void TearDown() override {

@@ -124,10 +124,8 @@ TEST(CppCharset, InfoIsWhatIANACS_GetInfoGives) {
 class CppCodeSet : public testing::Test {
   protected:
     static void SetUpTestSuite() {
-        const std::string err =
-            nls_test::EnsureLocales({"C.UTF-8", "ja_JP.EUC-JP", "xx_EMPTY", "xx_LONG"});
-        ASSERT_EQ(err, "");
-        setenv("LOCPATH", nls_test::LocaleDir().c_str(), 1);
+        ASSERT_EQ(nls_test::PrepareLocales({"C.UTF-8", "ja_JP.EUC-JP", "xx_EMPTY", "xx_LONG"}),
+                  "");
     }
 
     void TearDown() override {

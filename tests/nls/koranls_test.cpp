@@ -39,7 +39,7 @@ class OsCodePage : public testing::Test {
   protected:
     static void SetUpTestSuite() {
         const std::string err =
-            nls_test::EnsureLocales({"C.UTF-8",           "en_US.ISO-8859-1", "de_DE.ISO-8859-15",
+            nls_test::PrepareLocales({"C.UTF-8",           "en_US.ISO-8859-1", "de_DE.ISO-8859-15",
                                      "lt_LT.ISO-8859-13", "pl_PL.ISO-8859-2", "et_EE.ISO-8859-4",
                                      "ja_JP.EUC-JP",      "ko_KR.EUC-KR",     "zh_TW.BIG5",
                                      "zh_HK.BIG5-HKSCS",  "zh_TW.EUC-TW",     "zh_CN.GBK",
@@ -48,7 +48,6 @@ class OsCodePage : public testing::Test {
                                      "hy_AM.ARMSCII-8",   "xx_EMPTY",         "xx_BIG5HKSCS",
                                      "xx_LOWERUTF8",      "xx_LONG"});
         ASSERT_EQ(err, "");
-        setenv("LOCPATH", nls_test::LocaleDir().c_str(), 1);
     }
 
     void TearDown() override {

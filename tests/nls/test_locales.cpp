@@ -222,4 +222,12 @@ std::string EnsureLocales(std::initializer_list<const char *> names) {
     return "";
 }
 
+std::string PrepareLocales(std::initializer_list<const char *> names) {
+    std::string err = EnsureLocales(names);
+    if (err.empty()) {
+        setenv("LOCPATH", LocaleDir().c_str(), 1);
+    }
+    return err;
+}
+
 }  // namespace nls_test

@@ -23,6 +23,11 @@ std::string EnsureLocale(const std::string &name);
 // EnsureLocale for each name; returns the first failure or an empty string.
 std::string EnsureLocales(std::initializer_list<const char *> names);
 
+// EnsureLocales, then LOCPATH pointed at LocaleDir() so that setlocale and newlocale find them.
+// Call it before any thread starts: the environment must not change while threads read it.
+// Returns the first failure or an empty string.
+std::string PrepareLocales(std::initializer_list<const char *> names);
+
 // Name of a synthetic locale's code set (48 characters) longer than the 40 shown by the report.
 inline constexpr const char kLongCodeSet[] = "X-CODE-SET-NAME-LONGER-THAN-FORTY-CHARACTERS-XYZ";
 // Name of a synthetic locale's code set of exactly 40 characters.
