@@ -132,8 +132,11 @@ TEST(StringToQLXBCD, LimitsOfTheHeaderBytes) {
 // The longest text, every character a significant digit: all 999 digits are read (into work
 // space of their own) before the count is found to be over 255.
 TEST(StringToQLXBCD, LongestTextOfSignificantDigitsIsNoNumber) {
-    EXPECT_EQ(Encode(std::string(999, '9').c_str()).status, CONV_ERR_NOT_A_NUMBER);
-    EXPECT_EQ(Encode(("-" + std::string(998, '1')).c_str()).status, CONV_ERR_NOT_A_NUMBER);
+    for (const std::string &text : {std::string(999, '9'), "-" + std::string(998, '1')}) {
+        const Encoded r = Encode(text.c_str(), 140);
+        EXPECT_EQ(r.status, CONV_ERR_NOT_A_NUMBER);
+        EXPECT_EQ(r.bytes, Bytes(140, kSentinel));  // nothing written on failure
+    }
 }
 
 TEST(QLXBCDToString, Examples) {
