@@ -126,6 +126,11 @@ constexpr int32_t LetterIndex(char c) {
 // The length of the format text of a field that CommonNumberField recognised.
 inline constexpr int32_t kCommonFieldLength = 4;
 
+// The width of a field that CommonNumberField recognised: 4 for "%04Z", 2 for the others.
+constexpr int32_t CommonFieldWidth(int32_t letter) noexcept {
+    return letter == CONV_FIELD_Z ? 4 : 2;
+}
+
 // Reads up to three digits at *position (the digit reader of the field syntax). Returns -1 and
 // changes nothing when the first character is no digit; otherwise moves *position past the
 // digits, adds their number to *count and returns their value in base ten.

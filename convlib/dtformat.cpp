@@ -158,7 +158,7 @@ bool PutNumberDirect(char **position, int32_t *room, int32_t value,
                                                   const CONV_DateTime &record) {
     const int32_t v = record.*conv::kFieldRules[letter].member;
     // The two-digit letters' ranges lie within 0..99; Z's goes beyond 0..9999.
-    const int32_t width = letter == CONV_FIELD_Z ? 4 : 2;
+    const int32_t width = conv::CommonFieldWidth(letter);
     if (!conv::InRange(letter, v) || *room < width ||
         (letter == CONV_FIELD_Z && (v < 0 || v > 9999))) {
         return false;

@@ -130,9 +130,10 @@ constexpr bool IsPlainNumberLetter(int32_t letter) {
 }
 
 // A field that conv::CommonNumberField recognised ("%02D", "%04Z", ...), read by
-// ScanPlainNumber with the field's width (2, or 4 for Z).
+// ScanPlainNumber with the field's width.
 [[gnu::always_inline]] inline bool ScanCommonField(Parse &parse, int32_t letter, uint32_t *status) {
-    return ScanPlainNumber(parse, letter, letter == CONV_FIELD_Z ? 4 : 2, status);
+    return ScanPlainNumber(parse, letter, static_cast<uint16_t>(conv::CommonFieldWidth(letter)),
+                           status);
 }
 
 // The common number field, read in the parsing loop itself: a letter of IsPlainNumberLetter
