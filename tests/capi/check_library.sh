@@ -28,7 +28,7 @@ fi
 
 # Names keep the version node of the release that added them.
 for expected in CONV_StringToInt32@@LIBNLSSUPPORT_1 NLSSUPPORT_GetVersion@@LIBNLSSUPPORT_1.1; do
-    if ! nm -D --defined-only "$lib" | awk '{print $3}' | grep -qxF "$expected"; then
+    if ! grep -qxF "$expected" <<<"$(nm -D --defined-only "$lib" | awk '{print $3}')"; then
         echo "symbol $expected not exported under that version node"
         fail=1
     fi

@@ -12,7 +12,7 @@ missing=0
 count=0
 while IFS= read -r -d '' file; do
     count=$((count + 1))
-    if ! head -n 3 "$file" | grep -q 'SPDX-License-Identifier: MIT'; then
+    if ! grep -q 'SPDX-License-Identifier: MIT' <<<"$(head -n 3 "$file")"; then
         echo "no SPDX-License-Identifier line: $file"
         missing=1
     fi

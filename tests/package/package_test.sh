@@ -66,20 +66,22 @@ expect_eq "$(dpkg-deb -f "$cmd" Multi-Arch)" foreign "command Multi-Arch"
 for deb in "$runtime" "$dev" "$cmd"; do
     expect_eq "$(dpkg-deb -f "$deb" Version)" "$debver" "version of $deb"
     expect_eq "$(dpkg-deb -f "$deb" Architecture)" "$arch" "architecture of $deb"
-    dpkg-deb -f "$deb" Maintainer | grep -qv localhost || fail "maintainer of $deb on localhost"
+    grep -qv localhost <<<"$(dpkg-deb -f "$deb" Maintainer)" || fail "maintainer of $deb on localhost"
     long=$(dpkg-deb -f "$deb" Description | awk 'length($0) > 80')
     [ -z "$long" ] || fail "description line over 80 columns in $deb: $long"
 done
-dpkg-deb -f "$runtime" Depends | grep -q 'libc6' || fail "runtime package does not depend on libc6"
+grep -q 'libc6' <<<"$(dpkg-deb -f "$runtime" Depends)" ||
+    fail "runtime package does not depend on libc6"
 control() { dpkg-deb --ctrl-tarfile "$1" | tar -xO "./$2"; }
 expect_eq "$(control "$runtime" shlibs)" "libnlssupport 1 libnlssupport1 (>= $version)" "shlibs file"
-control "$runtime" symbols | grep -qxF ' NLSSUPPORT_GetVersion@LIBNLSSUPPORT_1.1 1.1.0' ||
+symbols=$(control "$runtime" symbols)
+grep -qxF ' NLSSUPPORT_GetVersion@LIBNLSSUPPORT_1.1 1.1.0' <<<"$symbols" ||
     fail "symbols file lacks NLSSUPPORT_GetVersion at 1.1.0"
-control "$runtime" symbols | grep -qxF ' CONV_StringToInt32@LIBNLSSUPPORT_1 1.0.0' ||
+grep -qxF ' CONV_StringToInt32@LIBNLSSUPPORT_1 1.0.0' <<<"$symbols" ||
     fail "symbols file lacks CONV_StringToInt32 at 1.0.0"
-control "$runtime" triggers | grep -qx 'activate-noawait ldconfig' ||
+grep -qx 'activate-noawait ldconfig' <<<"$(control "$runtime" triggers)" ||
     fail "runtime package has no ldconfig trigger"
-if dpkg-deb --ctrl-tarfile "$runtime" | tar -t | grep -qE 'postinst|postrm'; then
+if grep -qE 'postinst|postrm' <<<"$(dpkg-deb --ctrl-tarfile "$runtime" | tar -t)"; then
     fail "runtime package has maintainer scripts (ldconfig belongs to the trigger)"
 fi
 
@@ -108,13 +110,13 @@ done
 libdir=$root/usr/lib/$multiarch
 expect_eq "$(readlink "$libdir/libnlssupport.so")" libnlssupport.so.1 "development link"
 expect_eq "$(readlink "$libdir/libnlssupport.so.1")" "libnlssupport.so.$version" "SONAME link"
-objdump -p "$libdir/libnlssupport.so.$version" | grep -q 'SONAME *libnlssupport\.so\.1$' ||
+grep -q 'SONAME *libnlssupport\.so\.1$' <<<"$(objdump -p "$libdir/libnlssupport.so.$version")" ||
     fail "shared library SONAME"
 for binary in "$libdir/libnlssupport.so.$version" "$root/usr/bin/nlsreport"; do
-    file -L "$binary" | grep -q ', stripped' || fail "$binary is not stripped"
-    readelf -d "$binary" | grep -q 'BIND_NOW' || fail "$binary is not linked with -z now"
+    grep -q ', stripped' <<<"$(file -L "$binary")" || fail "$binary is not stripped"
+    grep -q 'BIND_NOW' <<<"$(readelf -d "$binary")" || fail "$binary is not linked with -z now"
 done
-readelf -h "$root/usr/bin/nlsreport" | grep -q 'Type: *DYN' || fail "nlsreport is not PIE"
+grep -q 'Type: *DYN' <<<"$(readelf -h "$root/usr/bin/nlsreport")" || fail "nlsreport is not PIE"
 cmp "$root/usr/share/doc/nlsreport/copyright" "$src/debian/copyright" || fail "copyright file"
 gzip -dc "$root/usr/share/man/man1/nlsreport.1.gz" | cmp - "$src/nls/nlsreport.1" ||
     fail "manual page differs"
@@ -163,7 +165,7 @@ export PKG_CONFIG_SYSROOT_DIR=$work/static-root
 # shellcheck disable=SC2046
 cc -std=c11 -Wall -Wextra -Werror "$consumer/consumer.c" -o "$work/consumer_static" \
     $(pkg-config --static --cflags --libs nlssupport)
-if objdump -p "$work/consumer_static" | grep -q 'NEEDED *libnlssupport'; then
+if grep -q 'NEEDED *libnlssupport' <<<"$(objdump -p "$work/consumer_static")"; then
     fail "static consumer linked against the shared library"
 fi
 "$work/consumer_static"

@@ -15,7 +15,7 @@ cmake --build "$work" -j "$(nproc 2>/dev/null || echo 2)" >"$work.build.log" 2>&
     { cat "$work.build.log"; exit 1; }
 "$work/parent_shared"
 "$work/parent_static"
-if objdump -p "$work/parent_static" | grep -q 'NEEDED *libnlssupport'; then
+if grep -q 'NEEDED *libnlssupport' <<<"$(objdump -p "$work/parent_static")"; then
     echo "parent_static loads the shared library"
     exit 1
 fi
